@@ -1,0 +1,18 @@
+// Quillion: complete magic squares of prime order, printed, puzzled and practised.
+#include <QApplication>
+
+#include "main_window.h"
+#include "platform/qt/form_view.h"
+#include "platform/qt/qt_platform.h"
+
+int main(int argc, char* argv[]) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName("Quillion");
+
+  quill::qt::QtPlatform platform;
+  auto window = std::make_unique<quill::MainWindow>(platform);
+  quill::qt::FormView view(*window);
+  platform.attach(&view);
+  view.showAndActivate();
+  return QApplication::exec();
+}

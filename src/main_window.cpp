@@ -1,0 +1,30 @@
+// Connects the window's events to their handlers.
+#include "main_window.h"
+
+namespace quill {
+
+MainWindow::MainWindow(Platform& platform) : platform_(platform) { wireEvents(); }
+
+void MainWindow::wireEvents() {
+  onActivate = [this] { Form_Activate(); };
+  onUnload = [this] { Form_Unload(); };
+
+  quit.onClick = [this] { quit_Click(); };
+  chooseproperties.onClick = [this] { chooseproperties_Click(); };
+  Command2.onClick = [this] { Command2_Click(); };
+  Command3.onClick = [this] { Command3_Click(); };
+  Command6.onClick = [this] { Command6_Click(); };
+
+  Check2.onClick = [this] { Check2_Click(); };
+  Check3.onClick = [this] { Check3_Click(); };
+  Check4.onClick = [this] { Check4_Click(); };
+  Check5.onClick = [this] { Check5_Click(); };
+  Check6.onClick = [this] { Check6_Click(); };
+  Check7.onClick = [this] { Check7_Click(); };
+  Check8.onClick = [this] { Check8_Click(); };
+  Check9.onClick = [this] { Check9_Click(); };
+  Check10.onClick = [this] { Check10_Click(); };
+  Check11.onClick = [this] { Check11_Click(); };
+}
+
+}  // namespace quill

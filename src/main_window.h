@@ -1,0 +1,64 @@
+// MainWindow: the one window. It is the form (its controls and menus), the
+// window state (its variables) and the procedures and event handlers that
+// work on both, talking to the outside only through the Platform.
+//
+// The procedures are defined in one file per concern:
+//   screens/navigation.cpp        start-up, pages, quitting
+//   screens/property_options.cpp  the properties page's check boxes
+//   screens/size_totals.cpp       totals, cell metrics, page fit
+#pragma once
+
+#include "construction/window_state.h"
+#include "platform/platform.h"
+#include "screens/window_design.h"
+
+namespace quill {
+
+class MainWindow : public MainForm, public WindowState {
+ public:
+  explicit MainWindow(Platform& platform);
+
+  Platform& platform() { return platform_; }
+
+  // Start-up and quitting.
+  void Form_Activate();
+  void quit_Click();
+  void Form_Unload();
+  void Form_Terminate();
+
+  // Pages.
+  void Command2_Click();
+  void Command3_Click();
+  void chooseproperties_Click();
+  void Command6_Click();
+
+  // Property options.
+  void Check2_Click();
+  void Check3_Click();
+  void Check4_Click();
+  void Check5_Click();
+  void Check6_Click();
+  void Check7_Click();
+  void Check8_Click();
+  void Check9_Click();
+  void Check10_Click();
+  void Check11_Click();
+
+  // Shared refreshes after a change of size, starting number or distance.
+  void refreshTotals();
+  void refreshCellMetrics();
+  void refreshPageFit();
+
+ private:
+  enum class Page { Information, Properties };
+  void openPage(Page page);
+  void showMainPage(Page leaving);
+  void hideInformationPage();
+  void hidePropertiesPage();
+  void pairClicked(Control& clicked, Control& partner, int& choice, int choiceWhenChecked);
+  void wireEvents();
+
+  Platform& platform_;
+};
+
+}  // namespace quill

@@ -1,0 +1,32 @@
+// The window's drawing surface: paints the Form's display list under the
+// controls and reports mouse presses and the window's own key presses.
+#pragma once
+
+#include <QWidget>
+
+#include "platform/form.h"
+
+class QPainter;
+
+namespace quill::qt {
+
+// Paints a display list with the painter's current transformation; used for
+// the screen and for the printed page alike.
+void paintDisplayList(QPainter& painter, const Surface& surface);
+
+class SurfaceWidget : public QWidget {
+  Q_OBJECT
+
+ public:
+  SurfaceWidget(Form& form, QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  Form& form_;
+};
+
+}  // namespace quill::qt

@@ -1,0 +1,56 @@
+// The window's drawing surface as a display list of boxes and texts, in pixels.
+// Screen and paper both paint this list; tests read it directly.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quill {
+
+// One drawing operation. A box includes both corners, so a box whose corners
+// share x (or y) is a one-pixel line and one with equal corners is a pixel.
+struct DrawOp {
+  enum class Kind { Box, Text };
+  Kind kind = Kind::Box;
+  float x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // a text uses x1, y1: its top-left corner
+  int colour = 0;                          // classic palette number, boxes only
+  std::string text;
+};
+
+// The 16-colour classic palette (0 black, 7 light grey, 15 bright white, ...).
+struct PaletteColour {
+  unsigned char red, green, blue;
+};
+PaletteColour paletteColour(int number);
+
+class SurfaceListener {
+ public:
+  virtual ~SurfaceListener() = default;
+  virtual void surfaceChanged() = 0;
+};
+
+class Surface {
+ public:
+  // Fill box: fills the rectangle and leaves the text position at (x2, y2).
+  void fillBox(float x1, float y1, float x2, float y2, int colour);
+  // Print text: writes the text with its top-left corner at the text position.
+  void printText(const std::string& text);
+  // Clear surface: erases everything to the window's background.
+  void clear();
+
+  const std::vector<DrawOp>& ops() const { return ops_; }
+  float currentX() const { return currentX_; }
+  float currentY() const { return currentY_; }
+
+  void setListener(SurfaceListener* listener) { listener_ = listener; }
+
+ private:
+  void changed();
+
+  std::vector<DrawOp> ops_;
+  float currentX_ = 0;
+  float currentY_ = 0;
+  SurfaceListener* listener_ = nullptr;
+};
+
+}  // namespace quill

@@ -1,0 +1,136 @@
+// Start-up, the moves between the main, information and properties pages, and quitting.
+#include "main_window.h"
+
+namespace quill {
+
+void MainWindow::Form_Activate() {
+  pagePhase = 0;
+  difficultyLevel = 3;
+  mainLinesChoice = 1;
+  allDiagonalsChoice = 0;
+  crossDiagonalChoice = 0;
+  crossLineChoice = 0;
+  scatteredCrossDiagonalChoice = 0;
+  scatteredCrossLineChoice = 0;
+  practiceActive = 0;
+  highlightAnswers = 1;
+  options1.setVisible(false);
+  platform_.maximiseWindow();
+  surfaceWidth = 753;
+  surfaceHeight = 530;
+  squareSize = 5;
+  startNumber = 1;
+  distance = 1;
+  runTotal = 20;
+  runDone = 0;
+  platform_.seedRandom(platform_.secondsSinceMidnight());
+  printChoice = 2;
+  difficultyLevel = 3;
+  blankTarget = 100;
+  allDiagonalsChoice = 0;
+}
+
+void MainWindow::quit_Click() { platform_.endProgram(); }
+void MainWindow::Form_Unload() { platform_.endProgram(); }
+void MainWindow::Form_Terminate() { platform_.endProgram(); }
+
+void MainWindow::Command2_Click() { openPage(Page::Information); }
+void MainWindow::chooseproperties_Click() { openPage(Page::Properties); }
+void MainWindow::Command3_Click() { showMainPage(Page::Information); }
+
+void MainWindow::Command6_Click() {
+  // At least the ordinary lines and main diagonals stay allowed.
+  if (!Check2.checked() && !Check3.checked()) {
+    Check2.setValue(1);
+    mainLinesChoice = 1;
+  }
+  showMainPage(Page::Properties);
+}
+
+void MainWindow::openPage(Page page) {
+  chooseproperties.setEnabled(false);
+  for (Control* control : {&Label1, &Text1, &Label8, &Text3, &Text2, &text4, &Text5}) {
+    control->setVisible(false);
+    control->setEnabled(false);
+  }
+  for (Control* control : {&Label2, &Label3, &Label4, &Label5, &Label6, &Label7, &Label9, &Label10,
+                           &Label11, &Label18, &Label20, &Text7, &Check1, &Check12, &Label19}) {
+    control->setVisible(false);
+  }
+  for (Control* control : {&Command2, &Command4}) {
+    control->setVisible(false);
+    control->setEnabled(false);
+  }
+  createWasDisabled = Command1.enabled() ? 0 : 1;
+  Command1.setEnabled(false);
+  Command1.setVisible(false);
+  options2.setVisible(false);
+
+  if (page == Page::Information) {
+    for (Control* control : {&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1,
+                             &Picture2}) {
+      control->setVisible(true);
+    }
+    Command3.setVisible(true);
+    Command3.setEnabled(true);
+  } else {
+    for (Control* control : {&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7,
+                             &Check8, &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5,
+                             &Picture6, &Command6}) {
+      control->setVisible(true);
+    }
+  }
+}
+
+void MainWindow::hideInformationPage() {
+  for (Control* control : {&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1,
+                           &Picture2, &Command3}) {
+    control->setVisible(false);
+  }
+  Command3.setEnabled(false);
+}
+
+void MainWindow::hidePropertiesPage() {
+  for (Control* control : {&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7,
+                           &Check8, &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5,
+                           &Picture6, &Command6}) {
+    control->setVisible(false);
+  }
+}
+
+void MainWindow::showMainPage(Page leaving) {
+  if (leaving == Page::Properties) hidePropertiesPage();
+  hideInformationPage();
+  chooseproperties.setEnabled(true);
+
+  Label18.setVisible(true);
+  Command2.setVisible(true);
+  Command2.setEnabled(true);
+  Command4.setVisible(true);
+  Check12.setVisible(true);
+
+  refreshCellMetrics();
+  refreshPageFit();
+
+  for (Control* control : {&Label9, &Label10, &Label11}) control->setVisible(true);
+  for (Control* control : {&Text5, &text4}) {
+    control->setVisible(true);
+    control->setEnabled(true);
+  }
+  Command1.setVisible(true);
+  options2.setVisible(true);
+  if (createWasDisabled == 0) Command1.setEnabled(true);
+
+  for (Control* control : {&Label20, &Text7, &Check1}) control->setVisible(true);
+  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
+    control->setVisible(true);
+    control->setEnabled(true);
+  }
+  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) {
+    control->setVisible(true);
+  }
+  Text2.setVisible(true);
+  Text2.setEnabled(true);
+}
+
+}  // namespace quill
