@@ -1,0 +1,61 @@
+// A platform for tests: seeded random numbers, recorded pages and window
+// operations, and a scripted callback at every yield.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/form.h"
+#include "platform/platform.h"
+#include "platform/random_source.h"
+
+namespace quill::testing {
+
+// Thrown by End program, so a test can see the program end and carry on.
+struct ProgramEnded : std::runtime_error {
+  ProgramEnded() : std::runtime_error("program ended") {}
+};
+
+struct PrintedPage {
+  std::vector<DrawOp> drawing;
+  std::vector<std::string> visibleControls;
+};
+
+class FakePlatform : public Platform {
+ public:
+  // The seed stands in for the time of day the window seeds itself with.
+  explicit FakePlatform(std::uint64_t seed = 1) : seed_(seed), random_(seed) {}
+
+  // The form whose surface and controls printed pages are taken from.
+  void attach(const Form* form) { form_ = form; }
+
+  void maximiseWindow() override { ++maximiseCount; }
+  void printWindow() override;
+  void refreshWindow() override { ++refreshCount; }
+  void yield() override;
+  void waitForEvents() override;
+  double random() override { return random_.next(); }
+  void seedRandom(double secondsSinceMidnight) override;
+  double secondsSinceMidnight() override { return static_cast<double>(seed_); }
+  [[noreturn]] void endProgram() override { throw ProgramEnded(); }
+
+  // Runs at every yield and wait, with the 1-based count of them so far.
+  std::function<void(int)> onYield;
+
+  std::vector<PrintedPage> pages;
+  int maximiseCount = 0;
+  int refreshCount = 0;
+  int yieldCount = 0;
+  int seedCount = 0;
+  double lastSeed = -1;
+
+ private:
+  std::uint64_t seed_;
+  RandomSource random_;
+  const Form* form_ = nullptr;
+};
+
+}  // namespace quill::testing
