@@ -55,23 +55,28 @@ IllustrationWidget::IllustrationWidget(Illustration illustration, QWidget* paren
 
 void IllustrationWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-  painter.fillRect(rect(), illustration_.whiteBackground ? QColor(Qt::white)
-                                                         : palette().color(QPalette::Window));
+  paintIllustration(painter, QRectF(rect()), illustration_, palette().color(QPalette::Window));
+}
+
+void paintIllustration(QPainter& painter, const QRectF& box, const Illustration& illustration,
+                       const QColor& windowColour) {
+  painter.save();
+  painter.fillRect(box, illustration.whiteBackground ? QColor(Qt::white) : windowColour);
   painter.setPen(QColor(128, 128, 128));
-  painter.drawRect(frame);
+  painter.drawRect(box.adjusted(0.5, 0.5, -0.5, -0.5));
 
   // A 5 by 5 grid centred in the box with a margin of one twelfth.
-  const qreal margin = std::min(width(), height()) / 12.0;
-  const qreal cellW = (width() - 2 * margin) / 5;
-  const qreal cellH = (height() - 2 * margin) / 5;
+  const qreal margin = std::min(box.width(), box.height()) / 12.0;
+  const qreal cellW = (box.width() - 2 * margin) / 5;
+  const qreal cellH = (box.height() - 2 * margin) / 5;
+  const QPointF origin = box.topLeft() + QPointF(margin, margin);
   auto cell = [&](int column, int row) {
-    return QRectF(margin + (column - 1) * cellW, margin + (row - 1) * cellH, cellW, cellH);
+    return QRectF(origin.x() + (column - 1) * cellW, origin.y() + (row - 1) * cellH, cellW, cellH);
   };
 
   const QColor green(0, 160, 0);
   painter.setRenderHint(QPainter::Antialiasing);
-  for (const MarkedCell& mark : illustration_.marks) {
+  for (const MarkedCell& mark : illustration.marks) {
     const QRectF r = cell(mark.column, mark.row);
     switch (mark.style) {
       case MarkStyle::Fill:
@@ -84,19 +89,19 @@ void IllustrationWidget::paintEvent(QPaintEvent*) {
         break;
       case MarkStyle::Ticks:
         painter.setPen(QPen(green, 2));
-        painter.drawPolyline(QPolygonF{
-            QPointF(r.left() + r.width() * 0.25, r.center().y()),
-            QPointF(r.left() + r.width() * 0.45, r.bottom() - r.height() * 0.25),
-            QPointF(r.right() - r.width() * 0.2, r.top() + r.height() * 0.2)});
+        painter.drawPolyline(QPolygonF{QPointF(r.left() + r.width() * 0.25, r.center().y()),
+                                       QPointF(r.left() + r.width() * 0.45, r.bottom() - r.height() * 0.25),
+                                       QPointF(r.right() - r.width() * 0.2, r.top() + r.height() * 0.2)});
         break;
     }
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setPen(QColor(160, 160, 160));
   for (int i = 0; i <= 5; ++i) {
-    painter.drawLine(QPointF(margin + i * cellW, margin), QPointF(margin + i * cellW, margin + 5 * cellH));
-    painter.drawLine(QPointF(margin, margin + i * cellH), QPointF(margin + 5 * cellW, margin + i * cellH));
+    painter.drawLine(origin + QPointF(i * cellW, 0), origin + QPointF(i * cellW, 5 * cellH));
+    painter.drawLine(origin + QPointF(0, i * cellH), origin + QPointF(5 * cellW, i * cellH));
   }
+  painter.restore();
 }
 
 }  // namespace quill::qt

@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QWidget>
 
+class QPainter;
+
 #include "platform/form.h"
 
 namespace quill::qt {
@@ -32,7 +34,12 @@ class WrappingCheckBox : public QCheckBox {
   bool hitButton(const QPoint& pos) const override;
 };
 
-// A picture box: a framed 5 by 5 grid, grey lines, green marks.
+// Paints an illustration into a rectangle: framed 5 by 5 grid, grey lines,
+// green marks. Used by the picture box and by the printed page.
+void paintIllustration(QPainter& painter, const QRectF& box, const Illustration& illustration,
+                       const QColor& windowColour);
+
+// A picture box showing an illustration.
 class IllustrationWidget : public QWidget {
   Q_OBJECT
  public:

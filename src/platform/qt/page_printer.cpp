@@ -5,11 +5,12 @@
 #include <QDir>
 #include <QFile>
 #include <QPainter>
-#include <QPicture>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <algorithm>
 
+#include "platform/qt/control_widgets.h"
+#include "platform/qt/fonts.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/surface_widget.h"
 
@@ -25,6 +26,63 @@ QString nextPdfPath() {
         folder.filePath(QString("quillion-%1-%2.pdf").arg(stamp).arg(sequence, 3, 10, QChar('0')));
     if (!QFile::exists(path)) return path;
   }
+}
+
+QColor toQColor(const std::optional<Rgb>& c, const QColor& fallback) {
+  return c ? QColor(c->red, c->green, c->blue) : fallback;
+}
+
+// A visible control as vector drawing: its background, its frame, box or
+// bevel, and its caption wrapped as on screen. Widgets rendered as images
+// would turn to pixels on paper.
+void paintControl(QPainter& painter, const Control& control, const QWidget& widget) {
+  const QRectF box(widget.geometry());
+  const QPalette& palette = widget.palette();
+  const QString text = QString::fromStdString(control.text());
+  const QColor textColour = control.enabled() ? toQColor(control.foreground(), Qt::black) : QColor(Qt::gray);
+  painter.save();
+  painter.setFont(controlFont());
+  switch (control.kind()) {
+    case ControlKind::Label:
+      if (control.background()) painter.fillRect(box, toQColor(control.background(), Qt::white));
+      painter.setPen(textColour);
+      painter.drawText(box, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text);
+      break;
+    case ControlKind::TextBox:
+      painter.fillRect(box, Qt::white);
+      painter.setPen(QColor(128, 128, 128));
+      painter.drawRect(box.adjusted(0.5, 0.5, -0.5, -0.5));
+      painter.setPen(textColour);
+      painter.drawText(box.adjusted(3, 0, -2, 0), Qt::AlignLeft | Qt::AlignVCenter, text);
+      break;
+    case ControlKind::CheckBox: {
+      painter.fillRect(box, toQColor(control.background(), palette.color(QPalette::Window)));
+      const QRectF square(box.left() + 2, box.center().y() - 6, 12, 12);
+      painter.fillRect(square, Qt::white);
+      painter.setPen(QColor(64, 64, 64));
+      painter.drawRect(square);
+      if (control.checked()) {
+        painter.drawPolyline(QPolygonF{square.topLeft() + QPointF(2.5, 6), square.topLeft() + QPointF(5, 9),
+                                       square.topLeft() + QPointF(10, 3)});
+      }
+      painter.setPen(textColour);
+      painter.drawText(box.adjusted(19, 0, -1, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, text);
+      break;
+    }
+    case ControlKind::CommandButton:
+      painter.setPen(QColor(128, 128, 128));
+      painter.setBrush(palette.color(QPalette::Button));
+      painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+      painter.setPen(textColour);
+      painter.drawText(box.adjusted(4, 2, -4, -2), Qt::AlignCenter | Qt::TextWordWrap, text);
+      break;
+    case ControlKind::PictureBox:
+      if (control.illustration()) {
+        paintIllustration(painter, box, *control.illustration(), palette.color(QPalette::Window));
+      }
+      break;
+  }
+  painter.restore();
 }
 
 bool paintOnto(QPrinter& printer, const FormView& view) {
@@ -44,16 +102,9 @@ void renderPage(QPainter& painter, const FormView& view, QSizeF target) {
   painter.scale(scale, scale);
   painter.setClipRect(QRectF(0, 0, kPageAreaWidth, kPageAreaHeight));
   paintDisplayList(painter, view.form().surface());
-  // Controls are recorded as pictures so that they stay vector on paper.
   for (const Control* control : view.form().controls()) {
-    QWidget* widget = view.widgetFor(control->name());
-    if (widget == nullptr || !control->visible()) continue;
-    QPicture picture;
-    QPainter recorder(&picture);
-    widget->render(&recorder, QPoint(), QRegion(),
-                   QWidget::DrawWindowBackground | QWidget::DrawChildren);
-    recorder.end();
-    painter.drawPicture(widget->pos(), picture);
+    const QWidget* widget = view.widgetFor(control->name());
+    if (widget != nullptr && control->visible()) paintControl(painter, *control, *widget);
   }
   painter.restore();
 }

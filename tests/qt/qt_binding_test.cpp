@@ -1,0 +1,242 @@
+// The Qt binding under the offscreen platform: the user's actions reach the
+// model, the model's changes reach the widgets, and nothing echoes back.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "main_window.h"
+#include "platform/qt/form_view.h"
+#include "platform/qt/page_printer.h"
+#include "platform/qt/qt_platform.h"
+#include "platform/qt/surface_widget.h"
+
+namespace quill::qt {
+namespace {
+
+using KeyLog = std::vector<std::pair<int, int>>;
+
+class QtBinding : public ::testing::Test {
+ protected:
+  QtBinding() : window(std::make_unique<MainWindow>(platform)), w(*window), view(w) {
+    platform.attach(&view);
+    view.showAndActivate();
+    QApplication::processEvents();
+  }
+
+  template <typename Widget>
+  Widget* widget(const char* name) {
+    auto* found = qobject_cast<Widget*>(view.widgetFor(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  QtPlatform platform;
+  std::unique_ptr<MainWindow> window;
+  MainWindow& w;
+  FormView view;
+};
+
+TEST_F(QtBinding, ActivationLeavesTheStartUpWindow) {
+  EXPECT_EQ(w.squareSize, 5);  // Form_Activate ran
+  EXPECT_EQ(view.windowTitle(), "Quillion");
+  EXPECT_TRUE(view.isMaximized());
+  EXPECT_FALSE(view.actionFor("options1")->isVisible());
+  EXPECT_TRUE(view.actionFor("options2")->isVisible());
+  EXPECT_TRUE(view.actionFor("sqr5")->isChecked());
+  EXPECT_FALSE(view.actionFor("sqr7")->isChecked());
+}
+
+TEST_F(QtBinding, WidgetsStandWhereTheDesignPutsThem) {
+  // Twips to pixels at 15 to one.
+  EXPECT_EQ(widget<QLabel>("Label20")->geometry(), QRect(48, 24, 209, 17));
+  EXPECT_EQ(widget<QLineEdit>("Text2")->geometry(), QRect(400, 56, 33, 19));
+  EXPECT_EQ(widget<QPushButton>("Command1")->geometry(), QRect(272, 128, 113, 49));
+  EXPECT_EQ(widget<QLabel>("Label11")->text(), "Magic Total = 65");
+  EXPECT_EQ(widget<QLabel>("Label20")->palette().color(QPalette::Window), QColor(0xFF, 0x80, 0x00));
+  EXPECT_EQ(widget<QLabel>("Label19")->palette().color(QPalette::WindowText), QColor(0, 0, 0xFF));
+  EXPECT_TRUE(widget<QCheckBox>("Check12")->isChecked());
+  EXPECT_EQ(widget<QLineEdit>("text4")->maxLength(), 9);
+  EXPECT_FALSE(widget<QLineEdit>("Text6")->isVisibleTo(&view));
+}
+
+TEST_F(QtBinding, TypingRunsTheChangeHandlingOncePerEditAndKeyReleasesArrive) {
+  std::vector<std::string> changes;
+  KeyLog releases;
+  w.Text1.onChange = [&] { changes.push_back(w.Text1.text()); };
+  w.Text2.onKeyUp = [&](int key, int shift) { releases.emplace_back(key, shift); };
+
+  auto* text1 = widget<QLineEdit>("Text1");
+  text1->setFocus();
+  text1->selectAll();
+  QTest::keyClicks(text1, "12");
+  EXPECT_EQ(w.Text1.text(), "12");
+  EXPECT_EQ(changes, (std::vector<std::string>{"1", "12"}));
+
+  auto* text2 = widget<QLineEdit>("Text2");
+  text2->setFocus();
+  QTest::keyClick(text2, Qt::Key_Up);
+  QTest::keyClick(text2, Qt::Key_Down, Qt::ShiftModifier);
+  QTest::keyClick(text2, Qt::Key_7);
+  QTest::keyClick(text2, Qt::Key_Return);
+  QTest::keyClick(text2, Qt::Key_Q);
+  // The Shift key is a key of its own (16), released with no shift held.
+  EXPECT_EQ(releases, (KeyLog{{38, 0}, {40, 1}, {16, 0}, {55, 0}, {13, 0}, {81, 0}}));
+  EXPECT_EQ(w.Text2.text(), "57q");
+}
+
+TEST_F(QtBinding, TheLengthLimitStopsTyping) {
+  auto* text4 = widget<QLineEdit>("text4");
+  text4->setFocus();
+  text4->selectAll();
+  QTest::keyClicks(text4, "12345678901");
+  EXPECT_EQ(w.text4.text(), "123456789");
+  w.text4.setText("12345678901");  // the program is not limited
+  EXPECT_EQ(text4->text(), "12345678901");
+}
+
+TEST_F(QtBinding, KeysReachButtonsAndTheWindow) {
+  KeyLog buttonKeys;
+  KeyLog windowKeys;
+  w.Command1.onKeyDown = [&](int key, int shift) { buttonKeys.emplace_back(key, shift); };
+  w.onKeyDown = [&](int key, int shift) { windowKeys.emplace_back(key, shift); };
+  auto* command1 = widget<QPushButton>("Command1");
+  command1->setFocus();
+  QTest::keyClick(command1, Qt::Key_Q);
+  EXPECT_EQ(buttonKeys, (KeyLog{{81, 0}}));
+  EXPECT_TRUE(windowKeys.empty());  // a control had the focus
+
+  view.surfaceWidget()->setFocus();
+  QTest::keyClick(view.surfaceWidget(), Qt::Key_Q, Qt::ControlModifier);
+  EXPECT_EQ(windowKeys, (KeyLog{{17, 2}, {81, 2}}));  // Ctrl goes down first
+}
+
+TEST_F(QtBinding, ClicksAndMenuItemsMovePagesAndTheWidgetsFollow) {
+  QTest::mouseClick(widget<QPushButton>("Command2"), Qt::LeftButton);
+  EXPECT_TRUE(w.Label13.visible());
+  EXPECT_TRUE(widget<QLabel>("Label13")->isVisible());
+  EXPECT_FALSE(widget<QLineEdit>("Text1")->isVisible());
+  EXPECT_FALSE(view.actionFor("options2")->isVisible());
+  EXPECT_FALSE(view.actionFor("chooseproperties")->isEnabled());
+
+  QTest::mouseClick(widget<QPushButton>("Command3"), Qt::LeftButton);
+  view.actionFor("chooseproperties")->trigger();
+  auto* check4 = widget<QCheckBox>("Check4");
+  auto* check5 = widget<QCheckBox>("Check5");
+  ASSERT_TRUE(check4->isVisible());
+
+  QTest::mouseClick(check4, Qt::LeftButton, {}, QPoint(6, check4->height() / 2));
+  EXPECT_EQ(w.crossDiagonalChoice, 1);
+  QTest::mouseClick(check5, Qt::LeftButton, {}, QPoint(6, check5->height() / 2));
+  EXPECT_EQ(w.crossDiagonalChoice, 2);
+  EXPECT_FALSE(check4->isChecked());  // cleared by the model, mirrored here
+  EXPECT_TRUE(check5->isChecked());
+
+  QTest::mouseClick(widget<QPushButton>("Command6"), Qt::LeftButton);
+  EXPECT_TRUE(widget<QLineEdit>("Text1")->isVisible());
+}
+
+TEST_F(QtBinding, AMenuItemsMarkComesFromTheModel) {
+  int clicks = 0;
+  w.sqr7.onClick = [&] { ++clicks; };
+  view.actionFor("sqr7")->trigger();  // no handler moves the mark
+  view.actionFor("sqr5")->trigger();
+  EXPECT_EQ(clicks, 1);
+  EXPECT_TRUE(view.actionFor("sqr5")->isChecked());
+  EXPECT_FALSE(view.actionFor("sqr7")->isChecked());
+
+  w.sqr7.setChecked(true);
+  w.sqr5.setChecked(false);
+  EXPECT_TRUE(view.actionFor("sqr7")->isChecked());
+  EXPECT_FALSE(view.actionFor("sqr5")->isChecked());
+}
+
+TEST_F(QtBinding, ModelChangesReachTheWidgetsWithoutEchoes) {
+  int text1Changes = 0;
+  int check1Clicks = 0;
+  w.Text1.onChange = [&] { ++text1Changes; };
+  w.Check1.onClick = [&] { ++check1Clicks; };
+
+  w.Text1.setText("9");
+  w.Check1.setValue(1);
+  w.Label11.setCaption("Magic Total = 175");
+  w.setCaption("Creating");
+  w.Label19.setVisible(true);
+  w.Command4.setEnabled(false);
+  w.Text6.setPixelPosition(10, 20);
+  QApplication::processEvents();
+
+  EXPECT_EQ(widget<QLineEdit>("Text1")->text(), "9");
+  EXPECT_TRUE(widget<QCheckBox>("Check1")->isChecked());
+  EXPECT_EQ(widget<QLabel>("Label11")->text(), "Magic Total = 175");
+  EXPECT_EQ(view.windowTitle(), "Creating");
+  EXPECT_TRUE(widget<QLabel>("Label19")->isVisible());
+  EXPECT_FALSE(widget<QPushButton>("Command4")->isEnabled());
+  EXPECT_EQ(widget<QLineEdit>("Text6")->pos(), QPoint(10, 20));
+  EXPECT_EQ(text1Changes, 1);
+  EXPECT_EQ(check1Clicks, 1);
+}
+
+TEST_F(QtBinding, MousePressesOnTheSurfaceArriveInPixels) {
+  std::vector<std::tuple<int, int, float, float>> presses;
+  w.onMouseDown = [&](int button, int shift, float x, float y) { presses.emplace_back(button, shift, x, y); };
+  QTest::mousePress(view.surfaceWidget(), Qt::LeftButton, {}, QPoint(700, 500));
+  QTest::mousePress(view.surfaceWidget(), Qt::RightButton, Qt::ShiftModifier, QPoint(12, 30));
+  ASSERT_EQ(presses.size(), 2u);
+  EXPECT_EQ(presses[0], std::make_tuple(1, 0, 700.0f, 500.0f));
+  EXPECT_EQ(presses[1], std::make_tuple(2, 1, 12.0f, 30.0f));
+}
+
+TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
+  const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
+  if (pdftotext.isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
+  w.surface().fillBox(8, 8, 128, 98, 15);
+  w.surface().fillBox(10, 11, 10, 11, 15);
+  w.surface().printText("4711");
+  QTemporaryDir folder;
+  const QString path = folder.filePath("page.pdf");
+  ASSERT_TRUE(printPageToPdf(view, path));
+  EXPECT_FALSE(QFile::exists(path + ".part"));
+
+  QProcess extract;
+  extract.start(pdftotext, {path, "-"});
+  ASSERT_TRUE(extract.waitForFinished(10000));
+  const QString text = QString::fromUtf8(extract.readAllStandardOutput());
+  EXPECT_TRUE(text.contains("4711")) << text.toStdString();
+  EXPECT_TRUE(text.contains("Magic Total = 65")) << text.toStdString();
+  EXPECT_FALSE(text.contains("What is a Magic Square?"));  // hidden controls stay off paper
+}
+
+// Closing the window while a long loop yields ends the process at once and
+// cleanly; the probe is the real window in a process of its own.
+TEST(QtProcess, ClosingTheWindowDuringAYieldingLoopEndsTheProgram) {
+  QProcess probe;
+  probe.setProcessChannelMode(QProcess::MergedChannels);
+  probe.start(QUILLION_CLOSE_PROBE, {});
+  ASSERT_TRUE(probe.waitForStarted(5000));
+  const qint64 pid = probe.processId();
+  const bool finished = probe.waitForFinished(20000);
+  if (!finished) probe.kill();
+  const QString output = QString::fromUtf8(probe.readAll());
+  ASSERT_TRUE(finished) << "the program kept running after its window closed";
+  EXPECT_EQ(probe.exitStatus(), QProcess::NormalExit) << output.toStdString();
+  EXPECT_EQ(probe.exitCode(), 0) << output.toStdString();
+  EXPECT_TRUE(output.contains("closing inside the loop")) << output.toStdString();
+  EXPECT_NE(::kill(static_cast<pid_t>(pid), 0), 0);  // nothing left behind
+}
+
+}  // namespace
+}  // namespace quill::qt
