@@ -200,6 +200,46 @@ TEST_F(QtBinding, MousePressesOnTheSurfaceArriveInPixels) {
   EXPECT_EQ(presses[1], std::make_tuple(2, 1, 12.0f, 30.0f));
 }
 
+TEST_F(QtBinding, TheSurfacePaintsBoxesWithBothCornersAndTextFromItsTopLeft) {
+  w.surface().fillBox(8, 8, 20, 20, 15);
+  w.surface().fillBox(30, 5, 30, 40, 0);  // a vertical line one pixel wide
+  w.surface().fillBox(40, 40, 40, 40, 7);  // one pixel
+  w.surface().fillBox(60, 260, 60, 260, 15);  // an empty stretch of the main page
+  w.surface().printText("88");
+  const QImage image = view.surfaceWidget()->grab().toImage();
+  const QColor background = view.surfaceWidget()->palette().color(QPalette::Window);
+  auto at = [&](int x, int y) { return image.pixelColor(x, y); };
+
+  EXPECT_EQ(at(8, 8), QColor(Qt::white));
+  EXPECT_EQ(at(20, 20), QColor(Qt::white));
+  EXPECT_EQ(at(21, 21), background);
+  EXPECT_EQ(at(30, 20), QColor(Qt::black));
+  EXPECT_EQ(at(29, 20), background);
+  EXPECT_EQ(at(31, 20), background);
+  EXPECT_EQ(at(40, 40), QColor(192, 192, 192));
+  EXPECT_EQ(at(41, 40), background);
+
+  // The text's ink lies right of and below the text position, within one
+  // line of the 13 px font, and two digits fit in 16 pixels.
+  int inkLeft = 1000, inkTop = 1000, inkRight = -1, inkBottom = -1;
+  for (int y = 250; y < 290; ++y) {
+    for (int x = 50; x < 100; ++x) {
+      if (at(x, y).lightness() < 100) {
+        inkLeft = std::min(inkLeft, x), inkTop = std::min(inkTop, y);
+        inkRight = std::max(inkRight, x), inkBottom = std::max(inkBottom, y);
+      }
+    }
+  }
+  EXPECT_GE(inkLeft, 60);
+  EXPECT_GE(inkTop, 260);
+  EXPECT_LE(inkRight, 60 + 16);
+  EXPECT_LE(inkBottom, 260 + 15);
+  EXPECT_LT(inkTop, 260 + 5);  // digits start near the top, not a baseline's height lower
+
+  w.surface().clear();
+  EXPECT_EQ(view.surfaceWidget()->grab().toImage().pixelColor(8, 8), background);
+}
+
 TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
   const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
   if (pdftotext.isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
