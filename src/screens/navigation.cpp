@@ -1,4 +1,6 @@
 // Start-up, the moves between the main, information and properties pages, and quitting.
+#include <initializer_list>
+
 #include "main_window.h"
 
 namespace quill {
@@ -47,55 +49,55 @@ void MainWindow::Command6_Click() {
   showMainPage(Page::Properties);
 }
 
+namespace {
+
+using Controls = std::initializer_list<Control*>;
+
+void setVisible(Controls controls, bool visible) {
+  for (Control* control : controls) control->setVisible(visible);
+}
+
+// Shown and enabled together, or hidden and disabled together.
+void setAvailable(Controls controls, bool available) {
+  for (Control* control : controls) {
+    control->setVisible(available);
+    control->setEnabled(available);
+  }
+}
+
+}  // namespace
+
 void MainWindow::openPage(Page page) {
   chooseproperties.setEnabled(false);
-  for (Control* control : {&Label1, &Text1, &Label8, &Text3, &Text2, &text4, &Text5}) {
-    control->setVisible(false);
-    control->setEnabled(false);
-  }
-  for (Control* control : {&Label2, &Label3, &Label4, &Label5, &Label6, &Label7, &Label9, &Label10,
-                           &Label11, &Label18, &Label20, &Text7, &Check1, &Check12, &Label19}) {
-    control->setVisible(false);
-  }
-  for (Control* control : {&Command2, &Command4}) {
-    control->setVisible(false);
-    control->setEnabled(false);
-  }
+  setAvailable({&Label1, &Text1, &Label8, &Text3, &Text2, &text4, &Text5}, false);
+  setVisible({&Label2, &Label3, &Label4, &Label5, &Label6, &Label7, &Label9, &Label10, &Label11,
+              &Label18, &Label20, &Text7, &Check1, &Check12, &Label19},
+             false);
+  setAvailable({&Command2, &Command4}, false);
   createWasDisabled = Command1.enabled() ? 0 : 1;
   Command1.setEnabled(false);
   Command1.setVisible(false);
   options2.setVisible(false);
 
   if (page == Page::Information) {
-    for (Control* control : {&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1,
-                             &Picture2}) {
-      control->setVisible(true);
-    }
-    Command3.setVisible(true);
-    Command3.setEnabled(true);
+    setVisible({&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1, &Picture2}, true);
+    setAvailable({&Command3}, true);
   } else {
-    for (Control* control : {&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7,
-                             &Check8, &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5,
-                             &Picture6, &Command6}) {
-      control->setVisible(true);
-    }
+    setVisible({&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7, &Check8,
+                &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5, &Picture6, &Command6},
+               true);
   }
 }
 
 void MainWindow::hideInformationPage() {
-  for (Control* control : {&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1,
-                           &Picture2, &Command3}) {
-    control->setVisible(false);
-  }
-  Command3.setEnabled(false);
+  setVisible({&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1, &Picture2}, false);
+  setAvailable({&Command3}, false);
 }
 
 void MainWindow::hidePropertiesPage() {
-  for (Control* control : {&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7,
-                           &Check8, &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5,
-                           &Picture6, &Command6}) {
-    control->setVisible(false);
-  }
+  setVisible({&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7, &Check8, &Check9,
+              &Check10, &Check11, &Picture3, &Picture4, &Picture5, &Picture6, &Command6},
+             false);
 }
 
 void MainWindow::showMainPage(Page leaving) {
@@ -104,33 +106,22 @@ void MainWindow::showMainPage(Page leaving) {
   chooseproperties.setEnabled(true);
 
   Label18.setVisible(true);
-  Command2.setVisible(true);
-  Command2.setEnabled(true);
-  Command4.setVisible(true);
-  Check12.setVisible(true);
+  setAvailable({&Command2}, true);
+  setVisible({&Command4, &Check12}, true);
 
   refreshCellMetrics();
-  refreshPageFit();
+  refreshPageFit();  // enables Command4 and shows Label19 as the size requires
 
-  for (Control* control : {&Label9, &Label10, &Label11}) control->setVisible(true);
-  for (Control* control : {&Text5, &text4}) {
-    control->setVisible(true);
-    control->setEnabled(true);
-  }
+  setVisible({&Label9, &Label10, &Label11}, true);
+  setAvailable({&Text5, &text4}, true);
   Command1.setVisible(true);
   options2.setVisible(true);
   if (createWasDisabled == 0) Command1.setEnabled(true);
 
-  for (Control* control : {&Label20, &Text7, &Check1}) control->setVisible(true);
-  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
-    control->setVisible(true);
-    control->setEnabled(true);
-  }
-  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) {
-    control->setVisible(true);
-  }
-  Text2.setVisible(true);
-  Text2.setEnabled(true);
+  setVisible({&Label20, &Text7, &Check1}, true);
+  setAvailable({&Label8, &Text3, &Label1, &Text1}, true);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, true);
+  setAvailable({&Text2}, true);
 }
 
 }  // namespace quill
