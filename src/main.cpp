@@ -1,5 +1,6 @@
 // Quillion: complete magic squares of prime order, printed, puzzled and practised.
 #include <QApplication>
+#include <memory>
 
 #include "main_window.h"
 #include "platform/qt/form_view.h"
