@@ -4,22 +4,10 @@
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <algorithm>
 
-#include "platform/qt/fonts.h"
 
 namespace quill::qt {
-
-QFont controlFont() {
-  QFont font("Liberation Sans");
-  font.setPixelSize(10);
-  return font;
-}
-
-QFont drawingFont() {
-  QFont font("Liberation Sans");
-  font.setPixelSize(13);
-  return font;
-}
 
 void WrappingButton::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);
