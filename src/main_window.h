@@ -53,8 +53,9 @@ class MainWindow : public MainForm, public WindowState {
   enum class Page { Information, Properties };
   void openPage(Page page);
   void showMainPage(Page leaving);
-  void hideInformationPage();
-  void hidePropertiesPage();
+  // Shows a page's own controls, or hides them.
+  void showInformationPage(bool shown);
+  void showPropertiesPage(bool shown);
   void pairClicked(Control& clicked, Control& partner, int& choice, int choiceWhenChecked);
   void wireEvents();
 

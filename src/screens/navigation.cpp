@@ -80,29 +80,26 @@ void MainWindow::openPage(Page page) {
   options2.setVisible(false);
 
   if (page == Page::Information) {
-    setVisible({&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1, &Picture2}, true);
-    setAvailable({&Command3}, true);
+    showInformationPage(true);
   } else {
-    setVisible({&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7, &Check8,
-                &Check9, &Check10, &Check11, &Picture3, &Picture4, &Picture5, &Picture6, &Command6},
-               true);
+    showPropertiesPage(true);
   }
 }
 
-void MainWindow::hideInformationPage() {
-  setVisible({&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1, &Picture2}, false);
-  setAvailable({&Command3}, false);
+void MainWindow::showInformationPage(bool shown) {
+  setVisible({&Label12, &Label13, &Label14, &Label15, &Label16, &Label17, &Picture1, &Picture2}, shown);
+  setAvailable({&Command3}, shown);
 }
 
-void MainWindow::hidePropertiesPage() {
+void MainWindow::showPropertiesPage(bool shown) {
   setVisible({&Label21, &Label22, &Check2, &Check3, &Check4, &Check5, &Check6, &Check7, &Check8, &Check9,
               &Check10, &Check11, &Picture3, &Picture4, &Picture5, &Picture6, &Command6},
-             false);
+             shown);
 }
 
 void MainWindow::showMainPage(Page leaving) {
-  if (leaving == Page::Properties) hidePropertiesPage();
-  hideInformationPage();
+  if (leaving == Page::Properties) showPropertiesPage(false);
+  showInformationPage(false);
   chooseproperties.setEnabled(true);
 
   Label18.setVisible(true);

@@ -6,7 +6,6 @@
 #include <QStylePainter>
 #include <algorithm>
 
-
 namespace quill::qt {
 
 void WrappingButton::paintEvent(QPaintEvent*) {

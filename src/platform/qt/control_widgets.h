@@ -6,9 +6,9 @@
 #include <QPushButton>
 #include <QWidget>
 
-class QPainter;
-
 #include "platform/form.h"
+
+class QPainter;
 
 namespace quill::qt {
 
