@@ -15,6 +15,21 @@ void MainWindow::wireEvents() {
   Command3.onClick = [this] { Command3_Click(); };
   Command6.onClick = [this] { Command6_Click(); };
 
+  sqr5.onClick = [this] { sqr5_Click(); };
+  sqr7.onClick = [this] { sqr7_Click(); };
+  sqr11.onClick = [this] { sqr11_Click(); };
+  sqr13.onClick = [this] { sqr13_Click(); };
+  sqr17.onClick = [this] { sqr17_Click(); };
+  sqr19.onClick = [this] { sqr19_Click(); };
+  sqr23.onClick = [this] { sqr23_Click(); };
+  sqr29.onClick = [this] { sqr29_Click(); };
+  Text2.onKeyUp = [this](int key, int shift) { Text2_KeyUp(key, shift); };
+
+  Text1.onChange = [this] { Text1_Change(); };
+  Check12.onClick = [this] { Check12_Click(); };
+  text4.onKeyUp = [this](int key, int shift) { text4_KeyUp(key, shift); };
+  Text5.onKeyUp = [this](int key, int shift) { Text5_KeyUp(key, shift); };
+
   Check2.onClick = [this] { Check2_Click(); };
   Check3.onClick = [this] { Check3_Click(); };
   Check4.onClick = [this] { Check4_Click(); };

@@ -98,6 +98,51 @@ TEST_F(QtBinding, TypingRunsTheChangeHandlingOncePerEditAndKeyReleasesArrive) {
   EXPECT_EQ(w.Text2.text(), "57q");
 }
 
+// The settings typed into the real widgets: each key release reaches the
+// handler, and the captions, boxes and marks it sets come back to the widgets.
+TEST_F(QtBinding, SettingsTypedIntoTheWidgetsGiveTheCaptions) {
+  const auto typeInto = [&](const char* name, const char* text) {
+    auto* box = widget<QLineEdit>(name);
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, text);
+    return box;
+  };
+  const auto caption = [&](const char* name) { return widget<QLabel>(name)->text().toStdString(); };
+
+  auto* text2 = typeInto("Text2", "7");
+  EXPECT_EQ(caption("Label11"), "Magic Total = 175");
+  EXPECT_EQ(widget<QLineEdit>("Text1")->text(), "12");
+  EXPECT_TRUE(view.actionFor("sqr7")->isChecked());
+  QTest::keyClick(text2, Qt::Key_Up);
+  EXPECT_EQ(text2->text(), "11");
+  EXPECT_EQ(caption("Label11"), "Magic Total = 671");
+  EXPECT_EQ(caption("Label3"), "There are 39504568320000 fundamental squares.");
+  EXPECT_EQ(widget<QLineEdit>("Text1")->text(), "4");
+  QTest::keyClick(text2, Qt::Key_Down);
+  QTest::keyClick(text2, Qt::Key_Down);
+  EXPECT_EQ(text2->text(), "5");
+  EXPECT_TRUE(view.actionFor("sqr5")->isChecked());
+
+  typeInto("text4", "10");
+  typeInto("Text5", "3");
+  EXPECT_EQ(caption("Label11"), "Magic Total = 230");
+  EXPECT_EQ(caption("Label18"), "Last number equals: 82");
+
+  typeInto("Text2", "41");
+  EXPECT_TRUE(view.actionFor("larger")->isChecked());
+  EXPECT_TRUE(widget<QLabel>("Label19")->isVisible());
+  EXPECT_FALSE(widget<QPushButton>("Command4")->isEnabled());
+
+  typeInto("Text2", "7");
+  auto* text1 = typeInto("Text1", "5");
+  auto* check12 = widget<QCheckBox>("Check12");
+  EXPECT_FALSE(check12->isChecked());
+  typeInto("Text1", "40");
+  EXPECT_EQ(text1->text(), "12");
+  EXPECT_TRUE(check12->isChecked());
+}
+
 TEST_F(QtBinding, TheLengthLimitStopsTyping) {
   auto* text4 = widget<QLineEdit>("text4");
   text4->setFocus();
