@@ -9,6 +9,20 @@ void MainWindow::wireEvents() {
   onActivate = [this] { Form_Activate(); };
   onUnload = [this] { Form_Unload(); };
 
+  onKeyDown = [this](int key, int shift) { Form_KeyDown(key, shift); };
+  Command1.onClick = [this] { Command1_Click(); };
+  Command1.onKeyDown = [this](int key, int shift) { Command1_KeyDown(key, shift); };
+  aprinting.onClick = [this] { aprinting_Click(); };
+  panswers.onClick = [this] { panswers_Click(); };
+  ppuzzles.onClick = [this] { ppuzzles_Click(); };
+  pboth.onClick = [this] { pboth_Click(); };
+  highlighted.onClick = [this] { highlighted_Click(); };
+  nhighlighted.onClick = [this] { nhighlighted_Click(); };
+  easy.onClick = [this] { easy_Click(); };
+  challenging.onClick = [this] { challenging_Click(); };
+  newsquare.onClick = [this] { newsquare_Click(); };
+  startover.onClick = [this] { startover_Click(); };
+  qplaying.onClick = [this] { qplaying_Click(); };
   quit.onClick = [this] { quit_Click(); };
   chooseproperties.onClick = [this] { chooseproperties_Click(); };
   Command2.onClick = [this] { Command2_Click(); };

@@ -11,6 +11,10 @@
 //   screens/counting_explanation.cpp  how many squares of the size there are
 #pragma once
 
+#include <functional>
+#include <optional>
+#include <string>
+
 #include "construction/window_state.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
@@ -73,6 +77,44 @@ class MainWindow : public MainForm, public WindowState {
   // Brings the print count and "Fill Page" in line with the page capacity.
   void syncPrintCount();
   void showCountingExplanation();
+  // The last number of the progression: startNumber + (n² − 1)·distance.
+  double lastNumber() const;
+  // Whether a square of the current size and cell width is larger than the page.
+  bool largerThanPage() const;
+
+  // The creation run.
+  void Command1_Click();
+  void mainsub1();
+  void aprinting_Click();
+  void Command1_KeyDown(int keyCode, int shift);
+  void Form_KeyDown(int keyCode, int shift);
+
+  // The print and puzzle menus.
+  void panswers_Click();
+  void ppuzzles_Click();
+  void pboth_Click();
+  void highlighted_Click();
+  void nhighlighted_Click();
+  void easy_Click();
+  void challenging_Click();
+  void newsquare_Click();
+  void startover_Click();
+  void qplaying_Click();
+
+  // Square construction. buildsquare = buildRanks (clear, start cell,
+  // mainsub2, fill) then assignNumbers; a run changes the starting number
+  // between the two for continuation squares.
+  void buildsquare();
+  void buildRanks();
+  void mainsub2();
+  void fillFromPattern();
+  void assignNumbers();
+
+  // Square display.
+  // The cell geometry of a run or a practice: numberChars, entryMaxLength,
+  // cellWidth and the tile size; the practice also sizes its entry box.
+  void prepareLayout(bool sizeEntryBox);
+  void showsquare();
 
  private:
   enum class Page { Information, Properties };
@@ -81,6 +123,42 @@ class MainWindow : public MainForm, public WindowState {
   // Shows a page's own controls, or hides them.
   void showInformationPage(bool shown);
   void showPropertiesPage(bool shown);
+  // Characters of the wider end of the progression, and whether one more is
+  // reserved for a minus sign.
+  int widestNumberChars() const;
+  bool needsSignCharacter() const;
+  // Thrown out of the loops of a run once the user has asked to abort; the
+  // run catches it and restores the main page. Never leaves a handler.
+  struct RunAborted {};
+  // Yield, then end the run if the user asked to abort meanwhile.
+  void yieldToUser();
+  int drawMoveKind();
+
+  // One square of a run, from its starting number to its place on the page;
+  // true when it was the run's last.
+  bool makeOneSquare();
+  void drawRandomStartNumber();
+  void endRun();
+  std::string progressCaption() const;
+  // The puzzle maker, and the continuation phase's key square corner and extra blank.
+  void makePuzzle();
+  void keepKeyCorner();
+  void blankKeyCell();
+  // Pages: place the square just drawn, print a full page and its answers.
+  void placeOnPage();
+  void advanceOnPage();
+  void printAnswerPage();
+
+  // How one cell of a grid is drawn: shaded, number shifted right of a minus
+  // sign's room, and its text (none for a blank in a puzzle).
+  struct CellLook {
+    bool shaded = false;
+    bool shifted = false;
+    std::optional<std::string> text;
+  };
+  // Background, grid lines and cells of one tile at gridLeft, gridTop, from
+  // cell (cursorX, cursorY); rows restart at firstColumn.
+  void drawTile(int firstColumn, const std::function<CellLook(int column, int row)>& cellAt);
   void applySize(int newSize);
   // Checks the size menu item of this size, or "Larger Size" above 29.
   void checkSizeItems(int newSize);

@@ -21,6 +21,11 @@ constexpr int kPatternEntries = 1001;
 constexpr int kQueueEntries = kMaxSquareSize * kMaxSquareSize + 2;
 constexpr int kLineTypes = 24;
 
+// A cell of the square at or above this value is blank: the unfilled marker
+// during construction, and the blank markers of a puzzle (1E+200, 1E+201, ...).
+constexpr double kBlankMarker = 1e200;
+constexpr bool isBlank(double cell) { return cell >= kBlankMarker; }
+
 template <int Extent>
 using GridOf = std::array<std::array<double, Extent>, Extent>;
 using SquareGrid = GridOf<kGridExtent>;

@@ -1,0 +1,253 @@
+// The creation run: read the main page's settings, hide it, make, draw and
+// print the squares with the progress in the title bar, then restore the page.
+#include <cmath>
+
+#include "main_window.h"
+#include "platform/number_text.h"
+
+namespace quill {
+
+namespace {
+
+// The numeric value of a box, and the box rewritten as the text of it.
+double valueOf(const Control& box) { return numericValue(box.text()); }
+void rewriteAsNumber(Control& box) { box.setText(numberText(valueOf(box))); }
+
+// For 5 by 5 the first box of a pattern pair wins when both are checked.
+void takePairChoice(Control& onlyMain, Control& all, int& choice) {
+  if (onlyMain.checked()) {
+    all.setValue(0);
+    choice = 1;
+  }
+  if (all.checked()) {
+    onlyMain.setValue(0);
+    choice = 2;
+  }
+}
+
+}  // namespace
+
+void MainWindow::aprinting_Click() { runState = -1; }
+
+void MainWindow::Command1_KeyDown(int keyCode, int /*shift*/) {
+  if (keyCode == keys::letterQ) runState = -1;
+}
+
+void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
+  if (keyCode == keys::letterQ) runState = -1;
+}
+
+std::string MainWindow::progressCaption() const {
+  const std::string t = numberText(squareSize);
+  const char* ending = printChoice == 2   ? " puzzles and answers left to print."
+                       : printChoice == 1 ? " puzzles left to print."
+                                          : " squares left to print.";
+  return std::string(pagePhase == 1 ? "Creating Giant (" : "Creating (") + t + " by " + t +
+         ") Complete Magic Square(s): " + numberText(runTotal - runDone) + " out of " + numberText(runTotal) +
+         ending;
+}
+
+void MainWindow::Command1_Click() {
+  Check12.setVisible(false);
+  crossDiagonalChoice = 0;
+  crossLineChoice = 0;
+  scatteredCrossDiagonalChoice = 0;
+  scatteredCrossLineChoice = 0;
+  if (squareSize == 5) {
+    takePairChoice(Check4, Check5, crossDiagonalChoice);
+    takePairChoice(Check6, Check7, crossLineChoice);
+    takePairChoice(Check8, Check9, scatteredCrossDiagonalChoice);
+    takePairChoice(Check10, Check11, scatteredCrossLineChoice);
+  }
+  pagePhase = 0;
+  mainsub1();
+  try {
+    while (runState != -1 && !makeOneSquare()) {
+    }
+  } catch (const RunAborted&) {
+    // The square in hand is abandoned; pages already printed stay printed.
+  }
+  endRun();
+}
+
+void MainWindow::mainsub1() {
+  practiceActive = 0;
+  if (valueOf(Text7) < 1) Text7.setText("2");
+  // Unusable entries are corrected on the page rather than refused.
+  rewriteAsNumber(Text1);
+  Text2.setText(numberText(squareSize));
+  rewriteAsNumber(Text3);
+  rewriteAsNumber(text4);
+  rewriteAsNumber(Text5);
+  if (valueOf(Text5) == 0) Text5.setText("1");
+  if (valueOf(Text3) == 0) Text3.setText("1");
+  startNumber = valueOf(text4);
+  // A negative distance only stands when the distance in force is positive,
+  // and then the distance in force is kept.
+  if (distance <= 0 && valueOf(Text5) <= 0) Text5.setText("1");
+  if (valueOf(Text5) > 0) distance = valueOf(Text5);
+  runState = 0;
+  refreshTotals();
+  surface().clear();
+  prepareLayout(false);
+  if (valueOf(Text3) < 1) Text3.setText("1");
+  blankTarget = valueOf(Text3);
+  runDone = 0;
+  runTotal = valueOf(Text1);
+  setCaption(progressCaption());
+
+  // Only "Abort printing", the Q key and closing the window stay reachable.
+  for (Control* control : {&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}) {
+    control->setVisible(false);
+  }
+  for (Control* control : {&Text5, &text4, &Command4}) {
+    control->setEnabled(false);
+    control->setVisible(false);
+  }
+  Label19.setVisible(false);
+  Command1.setEnabled(false);
+  Command1.setVisible(false);
+  options2.setVisible(false);
+  Command2.setEnabled(false);
+  Command2.setVisible(false);
+  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
+    control->setEnabled(false);
+    control->setVisible(false);
+  }
+  printoptions.setVisible(false);
+  puzzlemode.setVisible(false);
+  size.setVisible(false);
+  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) control->setVisible(false);
+  Text2.setVisible(false);
+  Text2.setEnabled(false);
+  aprinting.setVisible(true);
+  qplaying.setVisible(false);
+  newsquare.setVisible(false);
+  startover.setVisible(false);
+  options1.setVisible(true);
+  platform_.maximiseWindow();
+
+  cursorX = 1;
+  cursorY = 1;
+  gridLeft = 8;
+  gridTop = 8;
+  pageColumn = 1;
+  pageRow = 1;
+  baseStartNumber = startNumber;
+}
+
+void MainWindow::drawRandomStartNumber() {
+  // p: the first power of ten wider than the widest number, so the last
+  // number stays below it. Powers from 10^15 up are written in exponent form
+  // and grow no wider, so the search stops there.
+  double p = 1;
+  do {
+    p *= 10;
+  } while (numberText(p).size() <= static_cast<std::size_t>(entryMaxLength) && p < 1e15);
+  const double room = p - (static_cast<double>(squareSize) * squareSize * distance + baseStartNumber);
+  startNumber = baseStartNumber + std::floor(platform_.random() * (room - 1));
+  const double allowed = valueOf(Text7);
+  if (allowed < room) startNumber = baseStartNumber + std::floor(platform_.random() * allowed);
+  firstStartNumber = startNumber;
+}
+
+bool MainWindow::makeOneSquare() {
+  const int n = squareSize;
+  if (Check1.checked() && pagePhase < 2) drawRandomStartNumber();
+  if (pagePhase == 1) {
+    // The key square holds a progression from 1 whose numbers stay below 100.
+    const double span = (static_cast<double>(n) * n - 1) * distance;
+    if (span + startNumber >= 100) {
+      startNumber = 99 - span;
+      firstStartNumber = startNumber;
+    }
+  }
+  buildRanks();
+  cursorX = 1;
+  cursorY = 1;
+  if (pagePhase == 1) startNumber = 1;
+  if (pagePhase >= 2) {
+    // Each continuation square starts at the next number of the key square's corner.
+    if (++keyColumn > 5) {
+      keyColumn = 1;
+      if (++keyRow > 5) keyRow = 1;
+    }
+    startNumber = keyRanks[keyColumn][keyRow] * distance + firstStartNumber;
+  }
+  assignNumbers();
+
+  showAnswers = 0;
+  if (printChoice == 0) showsquare();
+  for (int type = 1; type <= 4; ++type) lineFailed[type] = 0;
+  if (printChoice != 0) {
+    makePuzzle();
+    showAnswers = 0;
+    if (pagePhase == 1) keepKeyCorner();
+    if (pagePhase >= 2) blankKeyCell();
+    if (pagePhase != 1) showsquare();
+  }
+
+  placeOnPage();
+  if (pagePrinted == 1 || pagePhase == 0) {
+    ++runDone;
+    if (runDone == runTotal) return true;
+  }
+  if (pagePhase <= 1) setCaption(progressCaption());
+  if (pagePhase > 0) ++pagePhase;
+  if (pagePrinted == 1) pagePhase = 1;
+  return false;
+}
+
+void MainWindow::keepKeyCorner() {
+  for (int c = 1; c <= 5; ++c) {
+    for (int r = 1; r <= 5; ++r) {
+      keyNumbers[c][r] = squareNumbers[c][r];
+      keyRanks[c][r] = squareRanks[c][r];
+    }
+  }
+  keyColumn = 0;
+  keyRow = 1;
+}
+
+void MainWindow::endRun() {
+  Label20.setVisible(true);
+  Text7.setVisible(true);
+  startNumber = baseStartNumber;  // a random starting number never outlives its run
+  gridLeft = 8;
+  gridTop = 8;
+  surface().clear();
+  setCaption(kProgramTitle);
+
+  options1.setVisible(false);
+  printoptions.setVisible(true);
+  puzzlemode.setVisible(true);
+  size.setVisible(true);
+  for (Control* control : {&Label9, &Label10, &Label11}) control->setVisible(true);
+  for (Control* control : {&Text5, &text4}) {
+    control->setVisible(true);
+    control->setEnabled(true);
+  }
+  Command1.setVisible(true);
+  options2.setVisible(true);
+  Command1.setEnabled(true);
+  Command2.setVisible(true);
+  Command2.setEnabled(true);
+  Command4.setVisible(true);
+
+  refreshCellMetrics();
+  Label19.setVisible(largerThanPage());
+  Command4.setEnabled(!largerThanPage());
+
+  Check1.setVisible(true);
+  Label18.setVisible(true);
+  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
+    control->setVisible(true);
+    control->setEnabled(true);
+  }
+  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) control->setVisible(true);
+  Text2.setVisible(true);
+  Text2.setEnabled(true);
+  Check12.setVisible(true);
+}
+
+}  // namespace quill
