@@ -101,6 +101,10 @@ class MainWindow : public MainForm, public WindowState {
   void startover_Click();
   void qplaying_Click();
 
+  // Thrown out of the loops of a run once the user has asked to abort; the
+  // run catches it and restores the main page. Never leaves a handler.
+  struct RunAborted {};
+
   // Square construction. buildsquare = buildRanks (clear, start cell,
   // mainsub2, fill) then assignNumbers; a run changes the starting number
   // between the two for continuation squares.
@@ -127,9 +131,6 @@ class MainWindow : public MainForm, public WindowState {
   // reserved for a minus sign.
   int widestNumberChars() const;
   bool needsSignCharacter() const;
-  // Thrown out of the loops of a run once the user has asked to abort; the
-  // run catches it and restores the main page. Never leaves a handler.
-  struct RunAborted {};
   // Yield, then end the run if the user asked to abort meanwhile.
   void yieldToUser();
   int drawMoveKind();

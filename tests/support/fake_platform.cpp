@@ -5,6 +5,14 @@
 
 namespace quill::testing {
 
+double FakePlatform::random() {
+  ++randomCount;
+  if (scriptedRandom.empty()) return random_.next();
+  const double value = scriptedRandom.front();
+  scriptedRandom.pop_front();
+  return value;
+}
+
 void FakePlatform::printWindow() {
   PrintedPage page;
   if (form_ != nullptr) {

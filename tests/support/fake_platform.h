@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -37,13 +38,17 @@ class FakePlatform : public Platform {
   void refreshWindow() override { ++refreshCount; }
   void yield() override;
   void waitForEvents() override;
-  double random() override { return random_.next(); }
+  // The scripted values first, in order; then the seeded source.
+  double random() override;
   void seedRandom(double secondsSinceMidnight) override;
   double secondsSinceMidnight() override { return static_cast<double>(seed_); }
   [[noreturn]] void endProgram() override { throw ProgramEnded(); }
 
   // Runs at every yield and wait, with the 1-based count of them so far.
   std::function<void(int)> onYield;
+
+  std::deque<double> scriptedRandom;
+  int randomCount = 0;
 
   std::vector<PrintedPage> pages;
   int maximiseCount = 0;
