@@ -1,0 +1,48 @@
+// Reading a drawing back: where its grids are and which numbers it shows.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/surface.h"
+
+namespace quill::testing {
+
+struct GridBox {
+  float left, top, right, bottom;
+  bool operator==(const GridBox&) const = default;
+};
+
+// The white backgrounds of the grids, in drawing order.
+inline std::vector<GridBox> gridBoxes(const std::vector<DrawOp>& ops) {
+  std::vector<GridBox> grids;
+  for (const DrawOp& op : ops) {
+    if (op.kind == DrawOp::Kind::Box && op.colour == 15 && op.x2 > op.x1 && op.y2 > op.y1) {
+      grids.push_back({op.x1, op.y1, op.x2, op.y2});
+    }
+  }
+  return grids;
+}
+
+// The texts of the cells; tile labels ("2,1") are left out.
+inline std::vector<std::string> cellTexts(const std::vector<DrawOp>& ops) {
+  std::vector<std::string> texts;
+  for (const DrawOp& op : ops) {
+    if (op.kind == DrawOp::Kind::Text && op.text.find(',') == std::string::npos) texts.push_back(op.text);
+  }
+  return texts;
+}
+
+// The texts inside one grid, row by row from the top.
+inline std::vector<std::string> textsIn(const std::vector<DrawOp>& ops, const GridBox& grid) {
+  std::vector<std::string> texts;
+  for (const DrawOp& op : ops) {
+    if (op.kind == DrawOp::Kind::Text && op.x1 > grid.left && op.x1 < grid.right && op.y1 > grid.top &&
+        op.y1 < grid.bottom) {
+      texts.push_back(op.text);
+    }
+  }
+  return texts;
+}
+
+}  // namespace quill::testing
