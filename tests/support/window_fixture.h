@@ -12,6 +12,18 @@
 
 namespace quill::testing {
 
+// Clears a text box and types the text into it one key at a time, as a
+// person would: each key changes the text, then is released.
+inline void retype(Control& box, const std::string& text) {
+  constexpr int kBackspace = 8;
+  box.userEdit("");
+  box.userKeyUp(kBackspace);
+  for (std::size_t typed = 1; typed <= text.size(); ++typed) {
+    box.userEdit(text.substr(0, typed));
+    box.userKeyUp(std::toupper(static_cast<unsigned char>(text[typed - 1])));
+  }
+}
+
 class WindowTest : public ::testing::Test {
  protected:
   explicit WindowTest(std::uint64_t seed = 1)
@@ -19,18 +31,6 @@ class WindowTest : public ::testing::Test {
     platform.attach(window.get());
     w.userActivate();
   }
-
-  // Clears a text box and types the text into it one key at a time, as a
-  // person would: each key changes the text, then is released.
-  static void retype(Control& box, const std::string& text) {
-    box.userEdit("");
-    box.userKeyUp(kBackspace);
-    for (std::size_t typed = 1; typed <= text.size(); ++typed) {
-      box.userEdit(text.substr(0, typed));
-      box.userKeyUp(std::toupper(static_cast<unsigned char>(text[typed - 1])));
-    }
-  }
-  static constexpr int kBackspace = 8;
 
   FakePlatform platform;
   std::unique_ptr<MainWindow> window;  // large: the grids live on the heap

@@ -1,0 +1,280 @@
+// The creation run on the fake platform: pages, captions, corrected inputs,
+// random starting numbers, and an abort at any yield.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/number_text.h"
+#include "support/drawing.h"
+#include "support/window_fixture.h"
+
+namespace quill::testing {
+namespace {
+
+class CreationRun : public WindowTest {
+ protected:
+  // Records each new title the run shows, checked at every yield.
+  void recordCaptions() {
+    platform.onYield = [this](int) {
+      if (captions.empty() || captions.back() != w.caption()) captions.push_back(w.caption());
+    };
+  }
+  void run() {
+    w.Command1.userClick();
+    if (captions.empty() || captions.back() != w.caption()) captions.push_back(w.caption());
+  }
+  void setCount(const std::string& count) {
+    w.Check12.userClick();  // clear "Fill Page"
+    retype(w.Text1, count);
+  }
+  // The numbers of a grid of an n by n square, row by row.
+  static std::vector<std::vector<double>> numbersIn(const PrintedPage& page, const GridBox& grid, int n) {
+    const std::vector<std::string> texts = textsIn(page.drawing, grid);
+    std::vector<std::vector<double>> rows(static_cast<std::size_t>(n));
+    for (std::size_t i = 0; i < texts.size(); ++i) rows[i / n].push_back(numericValue(texts[i]));
+    return rows;
+  }
+  static void expectMagic(const std::vector<std::vector<double>>& rows, int n) {
+    ASSERT_EQ(rows.size(), static_cast<std::size_t>(n));
+    const double total = [&] {
+      double sum = 0;
+      for (double v : rows[0]) sum += v;
+      return sum;
+    }();
+    for (int c = 0; c < n; ++c) {
+      double row = 0, column = 0, diagonal = 0;
+      ASSERT_EQ(rows[c].size(), static_cast<std::size_t>(n));
+      for (int i = 0; i < n; ++i) {
+        row += rows[c][i];
+        column += rows[i][c];
+        diagonal += rows[i][(c + i) % n];
+      }
+      EXPECT_EQ(row, total);
+      EXPECT_EQ(column, total);
+      EXPECT_EQ(diagonal, total);
+    }
+  }
+  std::vector<std::string> captions;
+};
+
+std::string progress(int left, int total, const char* what, int n = 5) {
+  const std::string t = std::to_string(n);
+  return "Creating (" + t + " by " + t + ") Complete Magic Square(s): " + std::to_string(left) + " out of " +
+         std::to_string(total) + " " + what + " left to print.";
+}
+
+TEST_F(CreationRun, TwentyFiveSquaresFillOnePage) {
+  w.panswers.userClick();
+  recordCaptions();
+  run();
+  ASSERT_EQ(platform.pages.size(), 1u);
+  const PrintedPage& page = platform.pages[0];
+  EXPECT_TRUE(page.visibleControls.empty());
+  const std::vector<GridBox> grids = gridBoxes(page.drawing);
+  ASSERT_EQ(grids.size(), 25u);
+  for (std::size_t i = 0; i < grids.size(); ++i) {
+    const float left = 8 + 144 * static_cast<float>(i % 5);
+    const float top = 8 + 108 * static_cast<float>(i / 5);
+    EXPECT_EQ(grids[i], (GridBox{left, top, left + 120, top + 90})) << i;
+    expectMagic(numbersIn(page, grids[i], 5), 5);
+  }
+  std::vector<std::string> expected;
+  for (int left = 25; left >= 1; --left) expected.push_back(progress(left, 25, "squares"));
+  expected.push_back("Quillion");
+  EXPECT_EQ(captions, expected);
+  EXPECT_TRUE(w.surface().ops().empty());
+}
+
+TEST_F(CreationRun, PuzzlesAndAnswersPrintTwoPagesWithTheSameSquares) {
+  w.sqr7.userClick();
+  setCount("3");
+  recordCaptions();
+  run();
+  ASSERT_EQ(platform.pages.size(), 2u);
+  const std::vector<GridBox> puzzles = gridBoxes(platform.pages[0].drawing);
+  const std::vector<GridBox> answers = gridBoxes(platform.pages[1].drawing);
+  ASSERT_EQ(puzzles.size(), 3u);
+  EXPECT_EQ(puzzles, answers);
+  EXPECT_EQ(puzzles[2], (GridBox{392, 8, 392 + 168, 8 + 126}));
+  for (const GridBox& grid : answers) {
+    expectMagic(numbersIn(platform.pages[1], grid, 7), 7);
+    EXPECT_EQ(textsIn(platform.pages[1].drawing, grid), textsIn(platform.pages[0].drawing, grid));
+  }
+  EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
+  EXPECT_EQ(captions.back(), "Quillion");
+}
+
+TEST_F(CreationRun, TiledSquaresPrintTheirTilesAndNoBlankSheet) {
+  struct Case {
+    const char* size;
+    int printChoice;
+    std::size_t pages;
+  };
+  for (const Case c : {Case{"31", 0, 2}, Case{"31", 2, 4}, Case{"53", 1, 6}}) {
+    platform.pages.clear();
+    retype(w.Text2, c.size);
+    (c.printChoice == 0 ? w.panswers : c.printChoice == 1 ? w.ppuzzles : w.pboth).userClick();
+    run();
+    EXPECT_EQ(platform.pages.size(), c.pages) << c.size;
+    for (const PrintedPage& page : platform.pages) EXPECT_FALSE(cellTexts(page.drawing).empty());
+  }
+}
+
+TEST_F(CreationRun, UnusableInputsAreCorrectedOnThePage) {
+  retype(w.Text5, "-3");
+  EXPECT_EQ(w.distance, -3);
+  setCount("2");
+  w.Text3.userEdit("abc");
+  w.Text7.userEdit("0");
+  run();
+  EXPECT_EQ(w.Text5.text(), "1");
+  EXPECT_EQ(w.distance, 1);
+  EXPECT_EQ(w.Text3.text(), "1");
+  EXPECT_EQ(w.blankTarget, 1);
+  EXPECT_EQ(w.Text7.text(), "2");
+
+  // A negative text without a key release keeps the distance in force.
+  retype(w.Text5, "4");
+  w.Text5.userEdit("-2");
+  run();
+  EXPECT_EQ(w.Text5.text(), "-2");
+  EXPECT_EQ(w.distance, 4);
+}
+
+TEST_F(CreationRun, RandomStartingNumbersStayWithinTheAllowance) {
+  w.panswers.userClick();
+  w.Check1.userClick();
+  run();
+  ASSERT_EQ(platform.pages.size(), 1u);
+  std::map<double, int> starts;
+  for (const GridBox& grid : gridBoxes(platform.pages[0].drawing)) {
+    double smallest = 1e9;
+    for (const auto& row : numbersIn(platform.pages[0], grid, 5)) {
+      for (double v : row) smallest = std::min(smallest, v);
+    }
+    ++starts[smallest];
+  }
+  EXPECT_GE(starts.begin()->first, 1);
+  EXPECT_LE(starts.rbegin()->first, 10);
+  EXPECT_GT(starts.size(), 1u);
+  EXPECT_EQ(w.startNumber, 1);
+}
+
+TEST_F(CreationRun, PatternFamiliesAreOnlyForFiveByFive) {
+  w.chooseproperties.userClick();
+  w.Check4.userClick();
+  w.Check7.userClick();
+  w.Command6.userClick();
+  std::vector<int> seen;
+  platform.onYield = [&](int count) {
+    if (count == 1) seen = {w.crossDiagonalChoice, w.crossLineChoice};
+  };
+  run();
+  EXPECT_EQ(seen, (std::vector<int>{1, 2}));
+  w.sqr7.userClick();
+  platform.yieldCount = 0;
+  run();
+  EXPECT_EQ(seen, (std::vector<int>{0, 0}));
+}
+
+TEST_F(CreationRun, OnlyTheQKeyAborts) {
+  for (const int key : {65, 81}) {
+    platform.pages.clear();
+    platform.yieldCount = 0;
+    platform.onYield = [&](int count) {
+      if (count == 3) w.userKeyDown(key);
+    };
+    run();
+    EXPECT_EQ(platform.pages.size(), key == 81 ? 0u : 2u) << key;  // a puzzle page and its answers
+  }
+}
+
+TEST_F(CreationRun, WithoutAPrintCountPagesGoOnUntilAborted) {
+  w.panswers.userClick();
+  setCount("0");
+  recordCaptions();
+  platform.onYield = [&](int) {
+    if (captions.empty() || captions.back() != w.caption()) captions.push_back(w.caption());
+    if (platform.pages.size() == 3) w.aprinting.userClick();
+  };
+  run();
+  EXPECT_EQ(platform.pages.size(), 3u);
+  // After the first page each page begins with a key square, drawn over by the first square.
+  EXPECT_EQ(gridBoxes(platform.pages[0].drawing).size(), 25u);
+  EXPECT_EQ(gridBoxes(platform.pages[1].drawing).size(), 26u);
+  EXPECT_EQ(gridBoxes(platform.pages[2].drawing).size(), 26u);
+  EXPECT_NE(std::find_if(captions.begin(), captions.end(),
+                         [](const std::string& c) { return c.rfind("Creating Giant (5 by 5)", 0) == 0; }),
+            captions.end());
+  EXPECT_EQ(w.caption(), "Quillion");
+}
+
+// Every control's and menu item's state, to compare the page before and after a run.
+std::map<std::string, std::string> pageState(const MainWindow& w) {
+  std::map<std::string, std::string> state;
+  for (const Control* control : w.controls()) {
+    state[control->name()] = std::string(control->visible() ? "V" : "-") + (control->enabled() ? "E" : "-") +
+                             std::to_string(control->value()) + control->text();
+  }
+  // A menu item counts as shown only when every menu above it is shown too.
+  for (const MenuItem* item : w.menuItems()) {
+    bool shown = true;
+    for (const MenuItem* m = item; m != nullptr; m = m->parent()) shown = shown && m->visible();
+    state[item->name()] = std::string(shown ? "V" : "-") + (item->enabled() ? "E" : "-") +
+                          (item->checked() ? "C" : "-");
+  }
+  return state;
+}
+
+std::string differences(const std::map<std::string, std::string>& now,
+                        const std::map<std::string, std::string>& before) {
+  std::string found;
+  for (const auto& [name, state] : now) {
+    if (before.at(name) != state) found += name + ": " + before.at(name) + " -> " + state + "\n";
+  }
+  return found;
+}
+
+// An abort at each yield of a run of three 7 by 7 puzzles with answers and
+// random starting numbers brings the main page back exactly as it was.
+TEST(CreationRunAbort, AbortAtEveryYieldRestoresTheMainPage) {
+  // A fresh window on the same seed each time, so every run draws alike.
+  struct Session {
+    FakePlatform platform{7};
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
+    MainWindow& w = *window;
+    Session() {
+      platform.attach(window.get());
+      w.userActivate();
+      w.sqr7.userClick();
+      w.Check12.userClick();
+      retype(w.Text1, "3");
+      retype(w.text4, "5");
+      w.Check1.userClick();
+    }
+  };
+  Session whole;
+  const auto before = pageState(whole.w);
+  whole.w.Command1.userClick();
+  const int yields = whole.platform.yieldCount;
+  ASSERT_GT(yields, 100);
+  ASSERT_EQ(whole.platform.pages.size(), 2u);
+
+  for (int abortAt = 1; abortAt <= yields; ++abortAt) {
+    Session s;
+    s.platform.onYield = [&](int count) {
+      if (count == abortAt) s.w.aprinting.userClick();
+    };
+    s.w.Command1.userClick();
+    ASSERT_EQ(differences(pageState(s.w), before), "") << "abort at yield " << abortAt;
+    ASSERT_EQ(s.w.caption(), "Quillion");
+    ASSERT_EQ(s.w.startNumber, 5);
+    ASSERT_TRUE(s.w.surface().ops().empty());
+    ASSERT_EQ(s.platform.pages.size(), abortAt > yields - 3 ? 1u : 0u) << abortAt;
+  }
+}
+
+}  // namespace
+}  // namespace quill::testing
