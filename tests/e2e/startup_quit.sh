@@ -5,25 +5,8 @@
 # Usage: startup_quit.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY)
 set -u
 binary=$1
-[ -n "${QUILLION_E2E_DISPLAY:-}" ] || { echo "no test display (scripts/test starts one)"; exit 77; }
-export DISPLAY="$QUILLION_E2E_DISPLAY"
-work=$(mktemp -d)
-export HOME="$work" XDG_RUNTIME_DIR="$work/runtime"
-mkdir -m 700 "$XDG_RUNTIME_DIR"
-
-fail() { echo "FAIL: $*"; echo "--- program output:"; cat "$work/log" 2>/dev/null; [ -n "${pid:-}" ] && kill "$pid" 2>/dev/null; rm -rf "$work"; exit 1; }
-
-"$binary" >"$work/log" 2>&1 &
-pid=$!
-
-wid=""
-for _ in $(seq 50); do
-  wid=$(xdotool search --onlyvisible --name '^Quillion$' 2>/dev/null | head -1)
-  [ -n "$wid" ] && break
-  sleep 0.1
-done
-[ -n "$wid" ] || fail "no window titled Quillion appeared"
-sleep 0.5
+. "$(dirname "$0")/common.sh"
+start_program
 
 [ "$(xdotool getwindowname "$wid")" = "Quillion" ] || fail "title is $(xdotool getwindowname "$wid")"
 screen=$(xdpyinfo 2>/dev/null | awk '/dimensions:/ {print $2; exit}')
@@ -36,17 +19,7 @@ orange=$(convert "$work/shot.png" -fill black +opaque "#FF8000" -fill white -opa
   -colorspace gray -format "%[fx:round(mean*w*h)]" info:)
 [ "$orange" -gt 3000 ] || fail "only $orange orange pixels: the main page is not drawn as designed"
 
-# "Options" is the first menu; "Quit" its only item.
-xdotool mousemove --window "$wid" 25 9 click 1
-sleep 0.4
-xdotool mousemove --window "$wid" 40 29 click 1
-
-for _ in $(seq 50); do
-  kill -0 "$pid" 2>/dev/null || break
-  sleep 0.1
-done
-kill -0 "$pid" 2>/dev/null && fail "still running after Quit"
-wait "$pid"
+quit_program
 status=$?
 [ "$status" -eq 0 ] || fail "exit status $status: $(cat "$work/log")"
 rm -rf "$work"

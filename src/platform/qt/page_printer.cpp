@@ -96,11 +96,26 @@ bool paintOnto(QPrinter& printer, const FormView& view) {
 
 QString pdfPageFolder() { return QDir::home().filePath("Quillion/pages"); }
 
+// The page area, widened to take in anything drawn beyond it: the label of a
+// tile stands just right of a full-width tile, past the 753 units of the page.
+QRectF printedArea(const Surface& surface) {
+  QRectF area(0, 0, kPageAreaWidth, kPageAreaHeight);
+  for (const DrawOp& op : surface.ops()) {
+    if (op.kind == DrawOp::Kind::Box) {
+      area |= QRectF(QPointF(op.x1, op.y1), QPointF(op.x2 + 1, op.y2 + 1)).normalized();
+    } else {
+      area |= QRectF(op.x1, op.y1, 8.0 * static_cast<double>(op.text.size()) + 8, 18);
+    }
+  }
+  return area;
+}
+
 void renderPage(QPainter& painter, const FormView& view, QSizeF target) {
   painter.save();
-  const qreal scale = std::min(target.width() / kPageAreaWidth, target.height() / kPageAreaHeight);
+  const QRectF area = printedArea(view.form().surface());
+  const qreal scale = std::min(target.width() / area.right(), target.height() / area.bottom());
   painter.scale(scale, scale);
-  painter.setClipRect(QRectF(0, 0, kPageAreaWidth, kPageAreaHeight));
+  painter.setClipRect(QRectF(0, 0, area.right(), area.bottom()));
   paintDisplayList(painter, view.form().surface());
   for (const Control* control : view.form().controls()) {
     const QWidget* widget = view.widgetFor(control->name());

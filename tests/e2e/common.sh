@@ -1,0 +1,44 @@
+# Shared by the end-to-end scripts: a private home, the program started on the
+# test display, its window found, and failure reporting.
+# Needs: binary set by the caller. Sets: work, pid, wid.
+[ -n "${QUILLION_E2E_DISPLAY:-}" ] || { echo "no test display (scripts/test starts one)"; exit 77; }
+export DISPLAY="$QUILLION_E2E_DISPLAY"
+work=$(mktemp -d)
+export HOME="$work" XDG_RUNTIME_DIR="$work/runtime"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+pid=""
+
+fail() {
+  echo "FAIL: $*"
+  echo "--- program output:"
+  cat "$work/log" 2>/dev/null
+  [ -n "$pid" ] && kill "$pid" 2>/dev/null
+  rm -rf "$work"
+  exit 1
+}
+
+start_program() {
+  "$binary" >"$work/log" 2>&1 &
+  pid=$!
+  wid=""
+  for _ in $(seq 50); do
+    wid=$(xdotool search --onlyvisible --name '^Quillion$' 2>/dev/null | head -1)
+    [ -n "$wid" ] && break
+    sleep 0.1
+  done
+  [ -n "$wid" ] || fail "no window titled Quillion appeared"
+  sleep 0.5
+}
+
+# "Options" is the first menu; "Quit" its only item while the main page shows.
+quit_program() {
+  xdotool mousemove --window "$wid" 25 9 click 1
+  sleep 0.4
+  xdotool mousemove --window "$wid" 40 29 click 1
+  for _ in $(seq 50); do
+    kill -0 "$pid" 2>/dev/null || break
+    sleep 0.1
+  done
+  kill -0 "$pid" 2>/dev/null && fail "still running after Quit"
+  wait "$pid"
+}

@@ -1,0 +1,76 @@
+#!/bin/sh
+# End to end with a real printer: "Print only completed Squares", then
+# "Create", prints one page through CUPS whose text holds 25 complete magic
+# squares of 5 by 5, while the title counts down from 25 to 1.
+# Usage: print_run.sh QUILLION_BINARY
+#   (needs QUILLION_E2E_DISPLAY, and QUILLION_E2E_PRINTS: where the default
+#    printer, a cups-pdf queue, writes its jobs)
+set -u
+binary=$1
+[ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
+prints=$QUILLION_E2E_PRINTS
+. "$(dirname "$0")/common.sh"
+mkdir -p "$prints"
+ls "$prints" >"$work/before" 2>/dev/null
+start_program
+
+xprop -id "$wid" -spy WM_NAME >"$work/titles" 2>/dev/null &
+spy=$!
+# "Print Options" > "Print only completed Squares"; then the create button.
+xdotool mousemove --window "$wid" 110 9 click 1
+sleep 0.4
+xdotool mousemove --window "$wid" 180 30 click 1
+sleep 0.3
+xdotool mousemove --window "$wid" 328 190 click 1
+
+for _ in $(seq 100); do
+  [ "$(xdotool getwindowname "$wid")" = "Quillion" ] && grep -q "1 out of 25" "$work/titles" && break
+  sleep 0.1
+done
+kill "$spy" 2>/dev/null
+for left in 25 24 13 2 1; do
+  grep -q "\"Creating (5 by 5) Complete Magic Square(s): $left out of 25 squares left to print.\"" \
+    "$work/titles" || fail "the title never read $left out of 25: $(cat "$work/titles")"
+done
+
+# The job: one new PDF, complete once the queue is empty.
+for _ in $(seq 150); do
+  [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge 1 ] && break
+  sleep 0.1
+done
+new=$(ls "$prints" | grep -vxFf "$work/before")
+[ "$(echo "$new" | grep -c .)" -eq 1 ] || fail "expected one printed page, got: $new"
+pdftotext -layout "$prints/$new" "$work/page.txt" || fail "pdftotext failed on $new"
+rm -f "$prints/$new"
+
+# Five rows of five squares: 25 lines of 25 numbers, each square 1..25 with
+# every row, column and broken diagonal summing to 65.
+awk '
+  !/[0-9]/ { next }
+  NF != 25 { print "line " NR " has " NF " numbers"; bad = 1; next }
+  {
+    r = lines % 5; band = int(lines / 5); lines++
+    for (i = 1; i <= 25; i++) { s = band * 5 + int((i - 1) / 5); cell[s, r, (i - 1) % 5] = $i }
+  }
+  END {
+    if (lines != 25) { print lines " lines of numbers"; exit 1 }
+    for (s = 0; s < 25; s++) {
+      split("", seen)
+      for (a = 0; a < 5; a++) {
+        row = col = down = up = 0
+        for (b = 0; b < 5; b++) {
+          row += cell[s, a, b]; col += cell[s, b, a]
+          down += cell[s, b, (a + b) % 5]; up += cell[s, b, (a - b + 5) % 5]
+          seen[cell[s, a, b]] = 1
+        }
+        if (row != 65 || col != 65 || down != 65 || up != 65) { print "square " s " is not magic"; bad = 1 }
+      }
+      n = 0; for (v in seen) if (v + 0 >= 1 && v + 0 <= 25) n++
+      if (n != 25) { print "square " s " does not hold 1..25"; bad = 1 }
+    }
+    exit bad
+  }' "$work/page.txt" >"$work/check" || fail "printed page: $(cat "$work/check")"
+
+quit_program
+rm -rf "$work"
+echo "ok: one printed page of 25 complete magic squares; the title counted down"
