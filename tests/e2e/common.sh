@@ -18,6 +18,7 @@ fail() {
 }
 
 start_program() {
+  for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
   "$binary" >"$work/log" 2>&1 &
   pid=$!
   wid=""
