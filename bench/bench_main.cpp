@@ -1,0 +1,98 @@
+// The hot paths: building one square, a whole run that fills and prints a
+// page, and rendering a printed page to PDF.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "main_window.h"
+#include "platform/qt/form_view.h"
+#include "platform/qt/page_printer.h"
+#include "platform/random_source.h"
+
+namespace quill {
+namespace {
+
+// Everything the core needs, doing nothing else: printing a page is counted, not performed.
+class QuietPlatform : public Platform {
+ public:
+  void maximiseWindow() override {}
+  void printWindow() override { ++pages; }
+  void refreshWindow() override {}
+  void yield() override {}
+  void waitForEvents() override {}
+  double random() override { return random_.next(); }
+  void seedRandom(double) override {}
+  double secondsSinceMidnight() override { return 1; }
+  [[noreturn]] void endProgram() override { std::abort(); }
+  long pages = 0;
+
+ private:
+  RandomSource random_{42};
+};
+
+struct Window {
+  QuietPlatform platform;
+  std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
+  MainWindow& w = *window;
+  Window() { w.userActivate(); }
+};
+
+void BM_BuildSquare(benchmark::State& state) {
+  Window session;
+  session.w.squareSize = static_cast<int>(state.range(0));
+  session.w.startNumber = 1;
+  session.w.distance = 1;
+  for (auto _ : state) {
+    session.w.buildsquare();
+    benchmark::DoNotOptimize(session.w.squareNumbers[1][1]);
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(0));
+}
+BENCHMARK(BM_BuildSquare)->Arg(5)->Arg(29)->Arg(101)->Unit(benchmark::kMicrosecond);
+
+// "Create" with 25 squares of 5 by 5: build, draw and lay out all of them
+// and print the full page (and, for puzzles and answers, its answer page).
+void BM_RunOfTwentyFive(benchmark::State& state) {
+  Window session;
+  if (state.range(0) == 0) session.w.panswers.userClick();
+  for (auto _ : state) session.w.Command1.userClick();
+  state.counters["pages/run"] =
+      benchmark::Counter(static_cast<double>(session.platform.pages) / static_cast<double>(state.iterations()));
+}
+BENCHMARK(BM_RunOfTwentyFive)->ArgName("answers")->Arg(0)->Arg(2)->Unit(benchmark::kMillisecond);
+
+// One full page of 25 squares, as vector PDF through the Qt printer.
+void BM_PrintPageToPdf(benchmark::State& state) {
+  Window session;
+  qt::FormView view(session.w);
+  // A run leaves the surface empty, so the page is drawn here as a run draws it.
+  session.w.squareSize = 5;
+  session.w.startNumber = 1;
+  session.w.distance = 1;
+  session.w.prepareLayout(false);
+  session.w.buildsquare();
+  for (int row = 0; row < 5; ++row) {
+    for (int column = 0; column < 5; ++column) {
+      session.w.gridLeft = 8 + 144 * column;
+      session.w.gridTop = 8 + 108 * row;
+      session.w.showsquare();
+    }
+  }
+  QTemporaryDir folder;
+  for (auto _ : state) qt::printPageToPdf(view, folder.filePath("page.pdf"));
+}
+BENCHMARK(BM_PrintPageToPdf)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quill
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication app(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}
