@@ -113,6 +113,7 @@ class MainWindow : public MainForm, public WindowState {
   void mainsub2();
   void fillFromPattern();
   void assignNumbers();
+  bool ranksAreComplete() const;  // checked by debug builds before the numbers
 
   // Square display.
   // The cell geometry of a run or a practice: numberChars, entryMaxLength,

@@ -5,6 +5,7 @@
 // V1[a] + V2[b] − 1, so every row, column and broken diagonal holds each V1
 // and each V2 value once.
 #include <algorithm>
+#include <cassert>
 
 #include "main_window.h"
 
@@ -150,7 +151,26 @@ void MainWindow::fillFromPattern() {
   }
 }
 
+// Whether the ranks form a complete magic square: every row, column and
+// broken diagonal in both directions sums to n(n²+1)/2.
+bool MainWindow::ranksAreComplete() const {
+  const int n = squareSize;
+  const double total = n * (static_cast<double>(n) * n + 1) / 2;
+  for (int c = 0; c < n; ++c) {
+    double row = 0, column = 0, down = 0, up = 0;
+    for (int i = 0; i < n; ++i) {
+      row += squareRanks[i + 1][c + 1];
+      column += squareRanks[c + 1][i + 1];
+      down += squareRanks[i + 1][(c + i) % n + 1];
+      up += squareRanks[i + 1][(c - i + n) % n + 1];
+    }
+    if (row != total || column != total || down != total || up != total) return false;
+  }
+  return true;
+}
+
 void MainWindow::assignNumbers() {
+  assert(ranksAreComplete());
   const int n = squareSize;
   for (int y = 1; y <= n; ++y) {
     for (int x = 1; x <= n; ++x) {
