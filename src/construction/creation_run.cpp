@@ -97,29 +97,17 @@ void MainWindow::mainsub1() {
   setCaption(progressCaption());
 
   // Only "Abort printing", the Q key and closing the window stay reachable.
-  for (Control* control : {&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}) {
-    control->setVisible(false);
-  }
-  for (Control* control : {&Text5, &text4, &Command4}) {
-    control->setEnabled(false);
-    control->setVisible(false);
-  }
+  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}, false);
+  setAvailable({&Text5, &text4, &Command4}, false);
   Label19.setVisible(false);
-  Command1.setEnabled(false);
-  Command1.setVisible(false);
+  setAvailable({&Command1}, false);
   options2.setVisible(false);
-  Command2.setEnabled(false);
-  Command2.setVisible(false);
-  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
-    control->setEnabled(false);
-    control->setVisible(false);
-  }
+  setAvailable({&Command2, &Label8, &Text3, &Label1, &Text1}, false);
   printoptions.setVisible(false);
   puzzlemode.setVisible(false);
   size.setVisible(false);
-  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) control->setVisible(false);
-  Text2.setVisible(false);
-  Text2.setEnabled(false);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
+  setAvailable({&Text2}, false);
   aprinting.setVisible(true);
   qplaying.setVisible(false);
   newsquare.setVisible(false);
@@ -222,31 +210,19 @@ void MainWindow::endRun() {
   printoptions.setVisible(true);
   puzzlemode.setVisible(true);
   size.setVisible(true);
-  for (Control* control : {&Label9, &Label10, &Label11}) control->setVisible(true);
-  for (Control* control : {&Text5, &text4}) {
-    control->setVisible(true);
-    control->setEnabled(true);
-  }
-  Command1.setVisible(true);
+  setVisible({&Label9, &Label10, &Label11}, true);
+  setAvailable({&Text5, &text4, &Command1, &Command2}, true);
   options2.setVisible(true);
-  Command1.setEnabled(true);
-  Command2.setVisible(true);
-  Command2.setEnabled(true);
   Command4.setVisible(true);
 
   refreshCellMetrics();
   Label19.setVisible(largerThanPage());
   Command4.setEnabled(!largerThanPage());
 
-  Check1.setVisible(true);
-  Label18.setVisible(true);
-  for (Control* control : {&Label8, &Text3, &Label1, &Text1}) {
-    control->setVisible(true);
-    control->setEnabled(true);
-  }
-  for (Control* control : {&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}) control->setVisible(true);
-  Text2.setVisible(true);
-  Text2.setEnabled(true);
+  setVisible({&Check1, &Label18}, true);
+  setAvailable({&Label8, &Text3, &Label1, &Text1}, true);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, true);
+  setAvailable({&Text2}, true);
   Check12.setVisible(true);
 }
 

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -151,6 +152,12 @@ class Control {
   TwipRect rect_;
   int maxLength_;
 };
+
+// Groups of controls that pages show and hide together.
+using Controls = std::initializer_list<Control*>;
+void setVisible(Controls controls, bool visible);
+// Shown and enabled together, or hidden and disabled together.
+void setAvailable(Controls controls, bool available);
 
 class MenuItem {
  public:

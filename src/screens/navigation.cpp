@@ -1,6 +1,4 @@
 // Start-up, the moves between the main, information and properties pages, and quitting.
-#include <initializer_list>
-
 #include "main_window.h"
 
 namespace quill {
@@ -48,24 +46,6 @@ void MainWindow::Command6_Click() {
   }
   showMainPage(Page::Properties);
 }
-
-namespace {
-
-using Controls = std::initializer_list<Control*>;
-
-void setVisible(Controls controls, bool visible) {
-  for (Control* control : controls) control->setVisible(visible);
-}
-
-// Shown and enabled together, or hidden and disabled together.
-void setAvailable(Controls controls, bool available) {
-  for (Control* control : controls) {
-    control->setVisible(available);
-    control->setEnabled(available);
-  }
-}
-
-}  // namespace
 
 void MainWindow::openPage(Page page) {
   chooseproperties.setEnabled(false);
