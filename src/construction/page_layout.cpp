@@ -6,10 +6,6 @@
 
 namespace quill {
 
-namespace {
-constexpr int kRowHeight = 18;
-}  // namespace
-
 void MainWindow::advanceOnPage() {
   const int n = squareSize;
   gridLeft += n * cellWidth + cellWidth;

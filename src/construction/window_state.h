@@ -21,6 +21,11 @@ constexpr int kPatternEntries = 1001;
 constexpr int kQueueEntries = kMaxSquareSize * kMaxSquareSize + 2;
 constexpr int kLineTypes = 24;
 
+// Rows of the drawing are 18 units high; a cell is 24 units wide, or 8 units
+// per character for numbers of more than three characters.
+constexpr int kRowHeight = 18;
+constexpr int cellWidthFor(int numberChars) { return numberChars > 3 ? 8 * numberChars : 24; }
+
 // A cell of the square at or above this value is blank: the unfilled marker
 // during construction, and the blank markers of a puzzle (1E+200, 1E+201, ...).
 constexpr double kBlankMarker = 1e200;

@@ -6,7 +6,19 @@
 namespace quill {
 
 namespace {
-constexpr int kRowHeight = 18;
+
+// How many cells of this size one tile holds: as many as fit after the
+// margin of 8, and always at least two.
+int cellsPerTile(int cellSize, int pageSize) {
+  int used = cellSize + 8;
+  int cells = 1;
+  do {
+    used += cellSize;
+    ++cells;
+  } while (used + cellSize <= pageSize);
+  return cells;
+}
+
 constexpr int kBlack = 0;
 constexpr int kLightGrey = 7;
 constexpr int kWhite = 15;
@@ -17,7 +29,7 @@ void MainWindow::prepareLayout(bool sizeEntryBox) {
   numberChars = widestNumberChars();
   entryMaxLength = static_cast<std::int16_t>(numberChars);  // before the sign character
   if (needsSignCharacter()) numberChars += 1;
-  cellWidth = numberChars > 3 ? 8 * numberChars : 24;
+  cellWidth = cellWidthFor(numberChars);
   visibleColumns = n;
   visibleRows = n;
   if (sizeEntryBox) {
@@ -25,25 +37,9 @@ void MainWindow::prepareLayout(bool sizeEntryBox) {
     Text6.setPixelSize(cellWidth + 1, kRowHeight);
   }
 
-  // A tile holds as many whole columns (at least two) and rows as the page does.
-  if (cellWidth * n + 8 > surfaceWidth) {
-    int width = cellWidth + 8;
-    int columns = 1;
-    do {
-      width += cellWidth;
-      ++columns;
-    } while (width + cellWidth <= surfaceWidth);
-    visibleColumns = columns;
-  }
-  if (kRowHeight * n + 8 > surfaceHeight) {
-    int height = 26;
-    int rows = 1;
-    do {
-      height += kRowHeight;
-      ++rows;
-    } while (height + kRowHeight <= surfaceHeight);
-    visibleRows = rows;
-  }
+  // A square larger than the page is drawn in tiles as large as the page holds.
+  if (cellWidth * n + 8 > surfaceWidth) visibleColumns = cellsPerTile(cellWidth, surfaceWidth);
+  if (kRowHeight * n + 8 > surfaceHeight) visibleRows = cellsPerTile(kRowHeight, surfaceHeight);
 }
 
 void MainWindow::drawTile(int firstColumn, const std::function<CellLook(int column, int row)>& cellAt) {

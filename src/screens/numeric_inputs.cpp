@@ -17,8 +17,8 @@ int MainWindow::pageCapacity() {
     gridLeft += n * cellWidth + cellWidth;
     if (gridLeft + n * cellWidth > surfaceWidth) {
       gridLeft = 8;
-      gridTop += 18 * n + 18;
-      if (gridTop + 18 * n > surfaceHeight) break;
+      gridTop += kRowHeight * n + kRowHeight;
+      if (gridTop + kRowHeight * n > surfaceHeight) break;
     }
     ++count;
   }

@@ -50,11 +50,11 @@ bool MainWindow::needsSignCharacter() const {
 
 void MainWindow::refreshCellMetrics() {
   numberChars = widestNumberChars() + (needsSignCharacter() ? 1 : 0);
-  cellWidth = numberChars > 3 ? 8 * numberChars : 24;
+  cellWidth = cellWidthFor(numberChars);
 }
 
 bool MainWindow::largerThanPage() const {
-  return squareSize * cellWidth + 8 > surfaceWidth || 18 * squareSize + 8 > surfaceHeight;
+  return squareSize * cellWidth + 8 > surfaceWidth || kRowHeight * squareSize + 8 > surfaceHeight;
 }
 
 void MainWindow::refreshPageFit() {
