@@ -8,6 +8,7 @@
 
 #include "platform/number_text.h"
 #include "support/drawing.h"
+#include "support/magic.h"
 #include "support/window_fixture.h"
 
 namespace quill::testing {
@@ -30,31 +31,11 @@ class CreationRun : public WindowTest {
     retype(w.Text1, count);
   }
   // The numbers of a grid of an n by n square, row by row.
-  static std::vector<std::vector<double>> numbersIn(const PrintedPage& page, const GridBox& grid, int n) {
+  static Rows numbersIn(const PrintedPage& page, const GridBox& grid, int n) {
     const std::vector<std::string> texts = textsIn(page.drawing, grid);
-    std::vector<std::vector<double>> rows(static_cast<std::size_t>(n));
+    Rows rows(static_cast<std::size_t>(n));
     for (std::size_t i = 0; i < texts.size(); ++i) rows[i / n].push_back(numericValue(texts[i]));
     return rows;
-  }
-  static void expectMagic(const std::vector<std::vector<double>>& rows, int n) {
-    ASSERT_EQ(rows.size(), static_cast<std::size_t>(n));
-    const double total = [&] {
-      double sum = 0;
-      for (double v : rows[0]) sum += v;
-      return sum;
-    }();
-    for (int c = 0; c < n; ++c) {
-      double row = 0, column = 0, diagonal = 0;
-      ASSERT_EQ(rows[c].size(), static_cast<std::size_t>(n));
-      for (int i = 0; i < n; ++i) {
-        row += rows[c][i];
-        column += rows[i][c];
-        diagonal += rows[i][(c + i) % n];
-      }
-      EXPECT_EQ(row, total);
-      EXPECT_EQ(column, total);
-      EXPECT_EQ(diagonal, total);
-    }
   }
   std::vector<std::string> captions;
 };
@@ -78,7 +59,8 @@ TEST_F(CreationRun, TwentyFiveSquaresFillOnePage) {
     const float left = 8 + 144 * static_cast<float>(i % 5);
     const float top = 8 + 108 * static_cast<float>(i / 5);
     EXPECT_EQ(grids[i], (GridBox{left, top, left + 120, top + 90})) << i;
-    expectMagic(numbersIn(page, grids[i], 5), 5);
+    const Rows rows = numbersIn(page, grids[i], 5);
+    expectCompleteMagic(rows, firstRowSum(rows));
   }
   std::vector<std::string> expected;
   for (int left = 25; left >= 1; --left) expected.push_back(progress(left, 25, "squares"));
@@ -99,7 +81,8 @@ TEST_F(CreationRun, PuzzlesAndAnswersPrintTwoPagesWithTheSameSquares) {
   EXPECT_EQ(puzzles, answers);
   EXPECT_EQ(puzzles[2], (GridBox{392, 8, 392 + 168, 8 + 126}));
   for (const GridBox& grid : answers) {
-    expectMagic(numbersIn(platform.pages[1], grid, 7), 7);
+    const Rows rows = numbersIn(platform.pages[1], grid, 7);
+    expectCompleteMagic(rows, firstRowSum(rows));
     EXPECT_EQ(textsIn(platform.pages[1].drawing, grid), textsIn(platform.pages[0].drawing, grid));
   }
   EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));

@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "support/magic.h"
 #include "support/window_fixture.h"
 
 namespace quill::testing {
@@ -30,21 +31,13 @@ void build(MainWindow& w, int n, double start, double distance) {
   w.buildsquare();
 }
 
-// Every row, column and broken diagonal in both directions sums to the total.
-void expectMagicOnEveryLine(const MainWindow& w, int n, double total) {
-  for (int c = 0; c < n; ++c) {
-    double row = 0, column = 0, down = 0, up = 0;
-    for (int i = 0; i < n; ++i) {
-      row += w.squareNumbers[i + 1][c + 1];
-      column += w.squareNumbers[c + 1][i + 1];
-      down += w.squareNumbers[i + 1][(c + i) % n + 1];
-      up += w.squareNumbers[i + 1][(c - i + n) % n + 1];
-    }
-    ASSERT_EQ(row, total) << "row " << c + 1;
-    ASSERT_EQ(column, total) << "column " << c + 1;
-    ASSERT_EQ(down, total) << "diagonal " << c + 1;
-    ASSERT_EQ(up, total) << "anti-diagonal " << c + 1;
+// The square's numbers, row by row.
+Rows rowsOf(const MainWindow& w, int n) {
+  Rows rows(static_cast<std::size_t>(n));
+  for (int y = 1; y <= n; ++y) {
+    for (int x = 1; x <= n; ++x) rows[y - 1].push_back(w.squareNumbers[x][y]);
   }
+  return rows;
 }
 
 // Each number of the progression exactly once, and the answer copy equal to it.
@@ -90,7 +83,7 @@ TEST_F(SquareBuilder, EveryPrimeSizeAndEveryPairOfStepKindsIsCompleteAndMatchesT
       kindPairs.emplace(w.previousMoveKind, w.moveKind);
       ASSERT_NE(w.previousMoveKind, w.moveKind);
       expectProgression(w, n, 1, 1);
-      expectMagicOnEveryLine(w, n, n * (n * n + 1) / 2.0);
+      expectCompleteMagic(rowsOf(w, n), n * (n * n + 1) / 2.0);
       expectClosedForm(w, n);
     }
     EXPECT_EQ(kindPairs.size(), allPairs);
@@ -106,7 +99,7 @@ TEST_F(SquareBuilder, StartAndDistanceSetTheProgression) {
       build(w, n, c.start, c.distance);
       SCOPED_TRACE(::testing::Message() << n << " " << c.start << " " << c.distance);
       expectProgression(w, n, c.start, c.distance);
-      expectMagicOnEveryLine(w, n, n * c.start + c.distance * n * (n * n - 1) / 2.0);
+      expectCompleteMagic(rowsOf(w, n), n * c.start + c.distance * n * (n * n - 1) / 2.0);
       if (c.start == 2.5) {
         EXPECT_EQ(w.squareNumbers[1][1] - static_cast<int>(w.squareNumbers[1][1]), 0.5);
       }
