@@ -16,6 +16,7 @@
 #include <string>
 
 #include "construction/window_state.h"
+#include "patterns/blank_lines.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
 
@@ -24,6 +25,9 @@ namespace quill {
 class MainWindow : public MainForm, public WindowState {
  public:
   explicit MainWindow(Platform& platform);
+  virtual ~MainWindow() = default;
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
 
   Platform& platform() { return platform_; }
 
@@ -121,6 +125,33 @@ class MainWindow : public MainForm, public WindowState {
   void prepareLayout(bool sizeEntryBox);
   void showsquare();
 
+  // Line finders: one step of the reserved line's walk, and of the walk of
+  // the line of lineType anchored at (cellX, cellY).
+  void findline1();
+  void findline2();
+  // The pattern families: trying to blank the cell through one of the
+  // family's lines, and scoring the family's lines for the cell.
+  void d1scross();
+  void d1scross2();
+  void d1scline();
+  void d1scline2();
+  void d2scross();
+  void d2scross2();
+  void d2scline();
+  void d2scline2();
+  // The dependency check: lineAccepted = 1 when blanking (cellX, cellY)
+  // through lineType keeps every blank solvable. Only the answer and the cell
+  // are promised; the queue and the walk variables are its own.
+  virtual void makeblanks();
+  // The same check for the line a scoring attempt has chosen.
+  virtual void checkChosenLine();
+  // Turns the finished square into a puzzle of blankTarget blanks and one
+  // reserved line; rankCounter ends one above the number of blanks.
+  void makePuzzle();
+  // The continuation squares' extra blank: a cell of the reserved line in the
+  // top-left 5 by 5 corner.
+  void blankKeyCell();
+
  private:
   enum class Page { Information, Properties };
   void openPage(Page page);
@@ -142,10 +173,28 @@ class MainWindow : public MainForm, public WindowState {
   void drawRandomStartNumber();
   void endRun();
   std::string progressCaption() const;
-  // The puzzle maker, and the continuation phase's key square corner and extra blank.
-  void makePuzzle();
+  // The continuation phase's key square corner.
   void keepKeyCorner();
-  void blankKeyCell();
+
+  // Int(Rnd × count) + 1: a whole number from 1 to count.
+  int randomWhole(int count);
+  // The puzzle maker's steps.
+  struct LineWalk {
+    bool taken = false;  // the line already has a blank tied to it
+    int blanks = 0;      // blanks met before the walk ended
+  };
+  // Walks the line of `type` anchored at the cell, the anchor first.
+  LineWalk walkLine(int type);
+  bool reservedLineMeets(int x, int y);
+  void tryFamily(int firstType, int choice);
+  void scoreFamily(int firstType, int choice);
+  bool tryLine(int type);
+  void scoreLine(int type, bool placed);
+  void markBlank(int type);
+  bool scanPass();
+  bool scanCell();
+  bool scoringAttempt();
+  int drawLineType();
   // Pages: place the square just drawn, print a full page and its answers.
   void placeOnPage();
   void advanceOnPage();
@@ -171,6 +220,8 @@ class MainWindow : public MainForm, public WindowState {
   void wireEvents();
 
   Platform& platform_;
+  BlankLines blankLines_;
+  bool blankLinesLive_ = false;  // kept up to date while the maker runs
 };
 
 }  // namespace quill

@@ -8,24 +8,15 @@
 #include <cassert>
 
 #include "main_window.h"
+#include "patterns/line_types.h"
 
 namespace quill {
 
 namespace {
 
-struct Step {
-  int dx, dy;
-};
 // Step kinds 1..4; kinds 3 and 4 only for n > 5 (for n = 5 they would make
 // the two lines parallel).
-constexpr Step kSteps[5] = {{0, 0}, {1, 2}, {-1, 2}, {2, 1}, {-2, 1}};
-
-// Back into 1..n after one step: no step is n or more in size.
-int wrap(int c, int n) {
-  if (c > n) return c - n;
-  if (c < 1) return c + n;
-  return c;
-}
+constexpr Offset kSteps[5] = {{0, 0}, {1, 2}, {-1, 2}, {2, 1}, {-2, 1}};
 
 }  // namespace
 
@@ -35,8 +26,8 @@ void MainWindow::yieldToUser() {
 }
 
 int MainWindow::drawMoveKind() {
-  int kind = static_cast<int>(platform_.random() * 2) + 1;
-  if (squareSize > 5) kind = static_cast<int>(platform_.random() * 4) + 1;
+  int kind = randomWhole(2);
+  if (squareSize > 5) kind = randomWhole(4);
   return kind;
 }
 
@@ -58,8 +49,8 @@ void MainWindow::buildRanks() {
   }
 
   // The start cell carries rank 1 on both lines.
-  cellX = static_cast<int>(platform_.random() * n) + 1;
-  cellY = static_cast<int>(platform_.random() * n) + 1;
+  cellX = randomWhole(n);
+  cellY = randomWhole(n);
   squareRanks[cellX][cellY] = 1;
   patternRank[1] = 1;
   patternX[1] = cellX;
@@ -82,7 +73,7 @@ void MainWindow::mainsub2() {
   while (rankCounter <= 2 * n) {
     yieldToUser();
     const int k = rankCounter;
-    drawnValue = static_cast<int>(platform_.random() * (n - 1)) + 2;
+    drawnValue = randomWhole(n - 1) + 1;
     if (k <= n) {
       // The first line: the ranks 2..n in random order.
       if (lineHolds(1, n, drawnValue)) continue;

@@ -100,6 +100,7 @@ struct WindowState {
   int lineStep = 0;
   int reservedX = 0, reservedY = 0, reservedType = 0;
   int reservedWalkX = 0, reservedWalkY = 0;
+  int reservedLineChosen = 0;  // 1 once this puzzle's reserved line is fixed
   int originX = 0, originY = 0;
   std::array<int, kQueueEntries> queueX{};
   std::array<int, kQueueEntries> queueY{};

@@ -72,21 +72,41 @@ TEST_F(CreationRun, TwentyFiveSquaresFillOnePage) {
 TEST_F(CreationRun, PuzzlesAndAnswersPrintTwoPagesWithTheSameSquares) {
   w.sqr7.userClick();
   setCount("3");
-  recordCaptions();
-  run();
-  ASSERT_EQ(platform.pages.size(), 2u);
-  const std::vector<GridBox> puzzles = gridBoxes(platform.pages[0].drawing);
-  const std::vector<GridBox> answers = gridBoxes(platform.pages[1].drawing);
-  ASSERT_EQ(puzzles.size(), 3u);
-  EXPECT_EQ(puzzles, answers);
-  EXPECT_EQ(puzzles[2], (GridBox{392, 8, 392 + 168, 8 + 126}));
-  for (const GridBox& grid : answers) {
-    const Rows rows = numbersIn(platform.pages[1], grid, 7);
-    expectCompleteMagic(rows, firstRowSum(rows));
-    EXPECT_EQ(textsIn(platform.pages[1].drawing, grid), textsIn(platform.pages[0].drawing, grid));
+  retype(w.Text3, "12");
+  for (const bool highlighted : {true, false}) {
+    platform.pages.clear();
+    captions.clear();
+    (highlighted ? w.highlighted : w.nhighlighted).userClick();
+    recordCaptions();
+    run();
+    ASSERT_EQ(platform.pages.size(), 2u);
+    const std::vector<GridBox> puzzles = gridBoxes(platform.pages[0].drawing);
+    const std::vector<GridBox> answers = gridBoxes(platform.pages[1].drawing);
+    ASSERT_EQ(puzzles.size(), 3u);
+    EXPECT_EQ(puzzles, answers);
+    EXPECT_EQ(puzzles[2], (GridBox{392, 8, 392 + 168, 8 + 126}));
+    for (const GridBox& grid : answers) {
+      const Rows rows = numbersIn(platform.pages[1], grid, 7);
+      expectCompleteMagic(rows, firstRowSum(rows));
+      // The puzzle shows every answer except at its 12 blanks, which the
+      // answer page shades when answers are highlighted.
+      const std::vector<CellView> puzzle = cellsIn(platform.pages[0].drawing, grid, 7);
+      const std::vector<CellView> answer = cellsIn(platform.pages[1].drawing, grid, 7);
+      int blanks = 0;
+      for (std::size_t i = 0; i < puzzle.size(); ++i) {
+        const bool blank = puzzle[i].text.empty();
+        blanks += blank ? 1 : 0;
+        if (!blank) {
+          EXPECT_EQ(puzzle[i].text, answer[i].text);
+        }
+        EXPECT_FALSE(puzzle[i].shaded);
+        EXPECT_EQ(answer[i].shaded, blank && highlighted) << i;
+      }
+      EXPECT_EQ(blanks, 12);
+    }
+    EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
+    EXPECT_EQ(captions.back(), "Quillion");
   }
-  EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
-  EXPECT_EQ(captions.back(), "Quillion");
 }
 
 TEST_F(CreationRun, TiledSquaresPrintTheirTilesAndNoBlankSheet) {

@@ -45,4 +45,25 @@ inline std::vector<std::string> textsIn(const std::vector<DrawOp>& ops, const Gr
   return texts;
 }
 
+struct CellView {
+  std::string text;  // empty for a blank
+  bool shaded = false;
+};
+
+// The cells of an n by n grid, row by row: each one's text and shading.
+inline std::vector<CellView> cellsIn(const std::vector<DrawOp>& ops, const GridBox& grid, int n) {
+  const float width = (grid.right - grid.left) / static_cast<float>(n);
+  const float height = (grid.bottom - grid.top) / static_cast<float>(n);
+  std::vector<CellView> cells(static_cast<std::size_t>(n) * n);
+  for (const DrawOp& op : ops) {
+    if (op.x1 <= grid.left || op.x1 >= grid.right || op.y1 <= grid.top || op.y1 >= grid.bottom) continue;
+    const auto column = static_cast<std::size_t>((op.x1 - grid.left) / width);
+    const auto row = static_cast<std::size_t>((op.y1 - grid.top) / height);
+    CellView& cell = cells[row * n + column];
+    if (op.kind == DrawOp::Kind::Text) cell.text = op.text;
+    if (op.kind == DrawOp::Kind::Box && op.colour == 7 && op.x2 > op.x1) cell.shaded = true;
+  }
+  return cells;
+}
+
 }  // namespace quill::testing
