@@ -145,6 +145,8 @@ class MainWindow : public MainForm, public WindowState {
   virtual void makeblanks();
   // The same check for the line a scoring attempt has chosen.
   virtual void checkChosenLine();
+  // Whether the reserved line passes through (x, y).
+  bool reservedLineMeets(int x, int y);
   // Turns the finished square into a puzzle of blankTarget blanks and one
   // reserved line; rankCounter ends one above the number of blanks.
   void makePuzzle();
@@ -185,7 +187,6 @@ class MainWindow : public MainForm, public WindowState {
   };
   // Walks the line of `type` anchored at the cell, the anchor first.
   LineWalk walkLine(int type);
-  bool reservedLineMeets(int x, int y);
   void tryFamily(int firstType, int choice);
   void scoreFamily(int firstType, int choice);
   bool tryLine(int type);

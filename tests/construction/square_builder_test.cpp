@@ -13,16 +13,6 @@
 namespace quill::testing {
 namespace {
 
-std::vector<int> primeSizes() {
-  std::vector<int> sizes;
-  for (int n = 5; n <= 101; n += 2) {
-    bool prime = true;
-    for (int d = 3; d * d <= n; d += 2) prime = prime && n % d != 0;
-    if (prime) sizes.push_back(n);
-  }
-  return sizes;
-}
-
 void build(MainWindow& w, int n, double start, double distance) {
   w.squareSize = n;
   w.startNumber = start;

@@ -1,5 +1,5 @@
-// The property every finished square has: each row, column and broken
-// diagonal in both directions sums to the same total.
+// The property every finished square has (each row, column and broken
+// diagonal in both directions sums to the same total), and the sizes it has.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,6 +9,17 @@
 namespace quill::testing {
 
 using Rows = std::vector<std::vector<double>>;
+
+// The square sizes: the primes from 5 up to the given one.
+inline std::vector<int> primeSizes(int upTo = 101) {
+  std::vector<int> sizes;
+  for (int n = 5; n <= upTo; n += 2) {
+    bool prime = true;
+    for (int d = 3; d * d <= n; d += 2) prime = prime && n % d != 0;
+    if (prime) sizes.push_back(n);
+  }
+  return sizes;
+}
 
 // The total a square's first row gives, for squares read back from paper.
 inline double firstRowSum(const Rows& rows) {
