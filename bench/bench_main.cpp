@@ -9,35 +9,12 @@
 #include "main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_printer.h"
-#include "platform/random_source.h"
+#include "bench_window.h"
 
 namespace quill {
 namespace {
 
-// Everything the core needs, doing nothing else: printing a page is counted, not performed.
-class QuietPlatform : public Platform {
- public:
-  void maximiseWindow() override {}
-  void printWindow() override { ++pages; }
-  void refreshWindow() override {}
-  void yield() override {}
-  void waitForEvents() override {}
-  double random() override { return random_.next(); }
-  void seedRandom(double) override {}
-  double secondsSinceMidnight() override { return 1; }
-  [[noreturn]] void endProgram() override { std::abort(); }
-  long pages = 0;
-
- private:
-  RandomSource random_{42};
-};
-
-struct Window {
-  QuietPlatform platform;
-  std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
-  MainWindow& w = *window;
-  Window() { w.userActivate(); }
-};
+using Window = BenchWindow<MainWindow>;
 
 void BM_BuildSquare(benchmark::State& state) {
   Window session;

@@ -16,7 +16,7 @@
 #include <string>
 
 #include "construction/window_state.h"
-#include "patterns/blank_lines.h"
+#include "patterns/puzzle_blanks.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
 
@@ -140,8 +140,8 @@ class MainWindow : public MainForm, public WindowState {
   void d2scline();
   void d2scline2();
   // The dependency check: lineAccepted = 1 when blanking (cellX, cellY)
-  // through lineType keeps every blank solvable. Only the answer and the cell
-  // are promised; the queue and the walk variables are its own.
+  // through lineType keeps every blank solvable, and (cellX, cellY) as they
+  // were. The queue and the walk variables are not used.
   virtual void makeblanks();
   // The same check for the line a scoring attempt has chosen.
   virtual void checkChosenLine();
@@ -185,7 +185,8 @@ class MainWindow : public MainForm, public WindowState {
     bool taken = false;  // the line already has a blank tied to it
     int blanks = 0;      // blanks met before the walk ended
   };
-  // Walks the line of `type` anchored at the cell, the anchor first.
+  // Looks along the line of `type` anchored at the cell: whether it is taken
+  // and how many blanks it holds.
   LineWalk walkLine(int type);
   void tryFamily(int firstType, int choice);
   void scoreFamily(int firstType, int choice);
@@ -221,8 +222,11 @@ class MainWindow : public MainForm, public WindowState {
   void wireEvents();
 
   Platform& platform_;
-  BlankLines blankLines_;
-  bool blankLinesLive_ = false;  // kept up to date while the maker runs
+  // The blanks as the maker knows them: kept up to date while it runs, read
+  // afresh from the grid when a check is made outside it.
+  PuzzleBlanks& currentBlanks();
+  PuzzleBlanks blanks_;
+  bool blanksLive_ = false;
 };
 
 }  // namespace quill

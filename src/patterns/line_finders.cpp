@@ -37,6 +37,11 @@ void MainWindow::findline2() {
 
 MainWindow::LineWalk MainWindow::walkLine(int type) {
   const int n = squareSize;
+  if (isStraight(type)) {
+    // The n cells of a straight line are known by their blanks.
+    const PuzzleBlanks::LineSurvey survey = currentBlanks().survey(type, cellX, cellY);
+    return {survey.taken, survey.blanks};
+  }
   LineWalk walk;
   lineType = type;
   cursorX = cellX;
@@ -59,17 +64,15 @@ MainWindow::LineWalk MainWindow::walkLine(int type) {
 
 bool MainWindow::reservedLineMeets(int x, int y) {
   const int n = squareSize;
+  if (isStraight(reservedType)) {
+    return straightLineNumber(reservedType, reservedX, reservedY, n) == straightLineNumber(reservedType, x, y, n);
+  }
   reservedWalkX = reservedX;
   reservedWalkY = reservedY;
   lineStep = 0;
   do {
     if (reservedWalkX == x && reservedWalkY == y) return true;
-    if (isStraight(reservedType)) {
-      reservedWalkX += kStraightStep[reservedType].dx;
-      reservedWalkY += kStraightStep[reservedType].dy;
-    } else {
-      findline1();
-    }
+    findline1();
     ++lineStep;
     reservedWalkX = wrap(reservedWalkX, n);
     reservedWalkY = wrap(reservedWalkY, n);

@@ -24,6 +24,22 @@ constexpr int wrap(int c, int n) {
 constexpr bool isStraight(int type) { return type >= 1 && type <= 4; }
 constexpr bool isPattern(int type) { return type >= 5 && type <= 24; }
 
+// The number 0..n-1 of the straight line of type 1..4 through (x, y): the
+// row, the column, or the diagonal, which keeps x + y (type 3) or x − y
+// (type 4) the same modulo n.
+constexpr int straightLineNumber(int type, int x, int y, int n) {
+  switch (type) {
+    case 1:
+      return y - 1;
+    case 2:
+      return x - 1;
+    case 3:
+      return (x + y) % n;
+    default:
+      return (x - y + n) % n;
+  }
+}
+
 // The step of a straight line, types 1..4.
 constexpr std::array<Offset, 5> kStraightStep = {{{0, 0}, {1, 0}, {0, 1}, {1, -1}, {1, 1}}};
 

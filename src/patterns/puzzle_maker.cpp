@@ -20,7 +20,7 @@ bool allFailed(const LineFlags& failed) {
   return std::all_of(failed.begin() + 1, failed.end(), [](int flag) { return flag == 1; });
 }
 
-// The blank index is kept up to date only while the maker runs.
+// The maker's knowledge of the blanks is kept up to date only while it runs.
 struct LiveWhileMaking {
   bool& live;
   ~LiveWhileMaking() { live = false; }
@@ -32,58 +32,23 @@ int MainWindow::randomWhole(int count) { return static_cast<int>(platform_.rando
 
 void MainWindow::markBlank(int type) {
   squareNumbers[cellX][cellY] = kLineMarker[type];
-  if (blankLinesLive_) blankLines_.mark(cellX, cellY, type);
+  if (blanksLive_) blanks_.mark(cellX, cellY, type);
 }
 
-// Which blanks the new blank at the cell would wait on: those on its line,
-// those on their lines, and so on. It may not wait on itself: the check fails
-// when one of their lines passes through the cell. Every blank is queued once,
-// found through the line index, so a check costs the blanks it reaches rather
-// than the cells of their lines.
+PuzzleBlanks& MainWindow::currentBlanks() {
+  if (!blanksLive_) blanks_.rebuild(squareNumbers, squareSize, false);
+  return blanks_;
+}
+
+// The new blank would wait on the blanks of its line, on those of their
+// lines, and so on; it may not wait on itself.
 void MainWindow::makeblanks() {
-  const int n = squareSize;
-  lineAccepted = 0;
   originX = cellX;
   originY = cellY;
-  if (!blankLinesLive_) blankLines_.rebuild(squareNumbers, n);
-  blankLines_.startVisits();
-  queueCount = 0;
-  queueHead = 0;
-  const auto queueBlank = [&](int x, int y) {
-    if (!blankLines_.visit(x, y)) return;
-    ++queueCount;
-    queueX[queueCount] = x;
-    queueY[queueCount] = y;
-    queueType[queueCount] = static_cast<std::int16_t>(blankLines_.typeAt(x, y));
-  };
-
-  int anchorX = originX, anchorY = originY, type = lineType;
-  for (;;) {
-    const bool ownLine = queueHead == 0;
-    if (isStraight(type)) {
-      if (!ownLine && blankLines_.sameLine(type, anchorX, anchorY, originX, originY)) return;
-      for (const BlankLines::Cell& blank : blankLines_.blanksOn(type, anchorX, anchorY)) {
-        if (blank.x != anchorX || blank.y != anchorY) queueBlank(blank.x, blank.y);
-      }
-    } else if (isPattern(type)) {
-      for (const Offset& offset : kPatternCells[type]) {
-        const int x = wrap(anchorX + offset.dx, n);
-        const int y = wrap(anchorY + offset.dy, n);
-        if (!ownLine && x == originX && y == originY) return;
-        if (blankLines_.isBlank(x, y)) queueBlank(x, y);
-      }
-    }
-    if (++queueHead > queueCount) {
-      lineAccepted = 1;
-      return;
-    }
-    anchorX = queueX[queueHead];
-    anchorY = queueY[queueHead];
-    type = queueType[queueHead];
-  }
+  lineAccepted = currentBlanks().closesCycle(cellX, cellY, lineType) ? 0 : 1;
 }
 
-void MainWindow::checkChosenLine() { makeblanks(); }
+void MainWindow::checkChosenLine() { MainWindow::makeblanks(); }
 
 void MainWindow::makePuzzle() {
   const int n = squareSize;
@@ -92,9 +57,9 @@ void MainWindow::makePuzzle() {
   rankCounter = 0;
   blanksLeft = 0;  // counts the attempts
   reservedLineChosen = 0;
-  blankLines_.rebuild(squareNumbers, n);
-  blankLinesLive_ = true;
-  const LiveWhileMaking live{blankLinesLive_};
+  blanks_.rebuild(squareNumbers, n, true);
+  blanksLive_ = true;
+  const LiveWhileMaking live{blanksLive_};
 
   for (;;) {
     yieldToUser();

@@ -86,9 +86,8 @@ TEST_F(LineFinders, EveryLineHasItsShapeFromEveryAnchor) {
   const Offset centres[2][5] = {{{0, 0}, {1, 1}, {-1, 1}, {1, -1}, {-1, -1}},
                                 {{0, 0}, {0, 1}, {1, 0}, {-1, 0}, {0, -1}}};
   for (const int n : primeSizes(29)) {
-    BlankLines lines;
-    SquareGrid empty{};
-    lines.rebuild(empty, n);
+    PuzzleBlanks lines;
+    lines.rebuild(SquareGrid{}, n, false);
     for (int type = 1; type <= 24; ++type) {
       for (int x = 1; x <= n; ++x) {
         for (int y = 1; y <= n; ++y) {
