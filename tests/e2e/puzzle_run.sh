@@ -1,0 +1,54 @@
+#!/bin/sh
+# End to end with a real printer: "Create" with the settings as the program
+# starts (25 puzzles of 5 by 5, with answers) prints two pages. The answer
+# page holds 25 complete magic squares; every number of the puzzle page
+# stands at the same place on the answer page, and some cells are blank.
+# Usage: puzzle_run.sh QUILLION_BINARY
+#   (needs QUILLION_E2E_DISPLAY, and QUILLION_E2E_PRINTS: where the default
+#    printer, a cups-pdf queue, writes its jobs)
+set -u
+binary=$1
+[ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
+prints=$QUILLION_E2E_PRINTS
+. "$(dirname "$0")/common.sh"
+mkdir -p "$prints"
+ls "$prints" >"$work/before" 2>/dev/null
+start_program
+
+xdotool mousemove --window "$wid" 328 190 click 1
+
+# Both jobs: two new PDFs, complete once the queue is empty.
+for _ in $(seq 200); do
+  [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge 2 ] && break
+  sleep 0.1
+done
+new=$(cd "$prints" && ls -tr | grep -vxFf "$work/before")
+[ "$(echo "$new" | grep -c .)" -eq 2 ] || fail "expected two printed pages, got: $new"
+puzzles=$(echo "$new" | head -1)
+answers=$(echo "$new" | tail -1)
+pdftotext -layout "$prints/$answers" "$work/answers.txt" || fail "pdftotext failed on $answers"
+pdftotext -bbox "$prints/$puzzles" "$work/puzzles.html" || fail "pdftotext failed on $puzzles"
+pdftotext -bbox "$prints/$answers" "$work/answers.html" || fail "pdftotext failed on $answers"
+rm -f "$prints/$puzzles" "$prints/$answers"
+
+check_complete_squares "$work/answers.txt" || fail "answer page: $(cat "$work/check")"
+
+# Each word as "x y text", its place rounded to whole points.
+words() {
+  sed -n 's/.*xMin="\([0-9.]*\)" yMin="\([0-9.]*\)".*>\(.*\)<\/word>.*/\1 \2 \3/p' "$1" |
+    awk '{ printf "%.0f %.0f %s\n", $1, $2, $3 }'
+}
+words "$work/answers.html" >"$work/answers.words"
+words "$work/puzzles.html" >"$work/puzzles.words"
+awk '
+  NR == FNR { answer[$1, $2] = $3; next }
+  { shown++; if (answer[$1, $2] != $3) { print "puzzle shows " $3 " where the answer is \"" answer[$1, $2] "\""; bad = 1 } }
+  END {
+    if (shown >= 625) { print "the puzzle page has no blank"; bad = 1 }
+    if (shown < 125) { print "the puzzle page shows only " shown " numbers"; bad = 1 }
+    exit bad
+  }' "$work/answers.words" "$work/puzzles.words" >"$work/check" || fail "puzzle page: $(cat "$work/check")"
+
+quit_program
+rm -rf "$work"
+echo "ok: a puzzle page and its answer page of 25 complete magic squares"
