@@ -41,8 +41,6 @@ class PuzzleBlanks {
   // The blanks on the straight line of type 1..4 through (x, y), and whether
   // one of them is tied to that line.
   LineSurvey survey(int type, int x, int y) const;
-  // Whether (x, y) lies on the straight line of type 1..4 through (ax, ay).
-  bool sameLine(int type, int ax, int ay, int x, int y) const { return lineOf(type, ax, ay) == lineOf(type, x, y); }
   // Whether blanking (x, y) through `type` would make a blank wait on itself.
   bool closesCycle(int x, int y, int type);
 

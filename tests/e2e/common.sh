@@ -49,3 +49,22 @@ quit_program() {
 check_complete_squares() {
   awk -f "$(dirname "$0")/complete_squares.awk" "$1" >"$work/check"
 }
+
+# The test printer: a cups-pdf queue, the default, writing its jobs into
+# $QUILLION_E2E_PRINTS. Skips the test when there is none. Sets: prints.
+use_test_printer() {
+  [ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
+  prints=$QUILLION_E2E_PRINTS
+  mkdir -p "$prints"
+  ls "$prints" >"$work/before" 2>/dev/null
+}
+
+# Waits until the queue is empty and $1 new jobs have been written; prints
+# their file names, oldest first.
+wait_for_pages() {
+  for _ in $(seq 200); do
+    [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge "$1" ] && break
+    sleep 0.1
+  done
+  (cd "$prints" && ls -tr | grep -vxFf "$work/before")
+}

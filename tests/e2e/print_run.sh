@@ -7,11 +7,8 @@
 #    printer, a cups-pdf queue, writes its jobs)
 set -u
 binary=$1
-[ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
-prints=$QUILLION_E2E_PRINTS
 . "$(dirname "$0")/common.sh"
-mkdir -p "$prints"
-ls "$prints" >"$work/before" 2>/dev/null
+use_test_printer
 start_program
 
 xprop -id "$wid" -spy WM_NAME >"$work/titles" 2>/dev/null &
@@ -36,12 +33,7 @@ sed -n 's/.*Complete Magic Square(s): \([0-9]*\) out of 25 squares left to print
 sort -rn -c "$work/counts" 2>/dev/null || fail "the title did not count down: $(cat "$work/counts")"
 [ "$(wc -l <"$work/counts")" -ge 5 ] || fail "the title showed too few counts: $(cat "$work/counts")"
 
-# The job: one new PDF, complete once the queue is empty.
-for _ in $(seq 150); do
-  [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge 1 ] && break
-  sleep 0.1
-done
-new=$(ls "$prints" | grep -vxFf "$work/before")
+new=$(wait_for_pages 1)
 [ "$(echo "$new" | grep -c .)" -eq 1 ] || fail "expected one printed page, got: $new"
 pdftotext -layout "$prints/$new" "$work/page.txt" || fail "pdftotext failed on $new"
 rm -f "$prints/$new"

@@ -8,21 +8,13 @@
 #    printer, a cups-pdf queue, writes its jobs)
 set -u
 binary=$1
-[ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
-prints=$QUILLION_E2E_PRINTS
 . "$(dirname "$0")/common.sh"
-mkdir -p "$prints"
-ls "$prints" >"$work/before" 2>/dev/null
+use_test_printer
 start_program
 
 xdotool mousemove --window "$wid" 328 190 click 1
 
-# Both jobs: two new PDFs, complete once the queue is empty.
-for _ in $(seq 200); do
-  [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge 2 ] && break
-  sleep 0.1
-done
-new=$(cd "$prints" && ls -tr | grep -vxFf "$work/before")
+new=$(wait_for_pages 2)
 [ "$(echo "$new" | grep -c .)" -eq 2 ] || fail "expected two printed pages, got: $new"
 puzzles=$(echo "$new" | head -1)
 answers=$(echo "$new" | tail -1)

@@ -74,8 +74,8 @@ TEST_F(LineFinders, WalksWrapAfterEachStepAndEndAtTheAnchor) {
 }
 
 // Every type from every anchor of every size: a straight line has n cells, a
-// pattern the five cells of its family's shape around its centre; both
-// finders agree; and the line index knows which cells share a straight line.
+// pattern the five cells of its family's shape around its centre; the
+// reserved line's test agrees with the walk.
 TEST_F(LineFinders, EveryLineHasItsShapeFromEveryAnchor) {
   struct Shape {
     int reach;       // how far the arms reach from the centre
@@ -86,8 +86,6 @@ TEST_F(LineFinders, EveryLineHasItsShapeFromEveryAnchor) {
   const Offset centres[2][5] = {{{0, 0}, {1, 1}, {-1, 1}, {1, -1}, {-1, -1}},
                                 {{0, 0}, {0, 1}, {1, 0}, {-1, 0}, {0, -1}}};
   for (const int n : primeSizes(29)) {
-    PuzzleBlanks lines;
-    lines.rebuild(SquareGrid{}, n, false);
     for (int type = 1; type <= 24; ++type) {
       for (int x = 1; x <= n; ++x) {
         for (int y = 1; y <= n; ++y) {
@@ -101,12 +99,6 @@ TEST_F(LineFinders, EveryLineHasItsShapeFromEveryAnchor) {
           }
           if (isStraight(type)) {
             ASSERT_EQ(static_cast<int>(cells.size()), n);
-            if (n > 11) continue;
-            for (int cx = 1; cx <= n; ++cx) {
-              for (int cy = 1; cy <= n; ++cy) {
-                ASSERT_EQ(lines.sameLine(type, x, y, cx, cy), distinct.count({cx, cy}) == 1) << cx << "," << cy;
-              }
-            }
             continue;
           }
           const int family = (type - 5) / 5;
