@@ -10,6 +10,9 @@ void MainWindow::wireEvents() {
   onUnload = [this] { Form_Unload(); };
 
   onKeyDown = [this](int key, int shift) { Form_KeyDown(key, shift); };
+  onMouseDown = [this](int button, int shift, float x, float y) { Form_MouseDown(button, shift, x, y); };
+  Command4.onClick = [this] { Command4_Click(); };
+  Text6.onKeyDown = [this](int key, int shift) { Text6_KeyDown(key, shift); };
   Command1.onClick = [this] { Command1_Click(); };
   Command1.onKeyDown = [this](int key, int shift) { Command1_KeyDown(key, shift); };
   aprinting.onClick = [this] { aprinting_Click(); };

@@ -9,6 +9,9 @@
 //   screens/size_selection.cpp    the size menu and the size entry
 //   screens/numeric_inputs.cpp    print count, "Fill Page", start and distance
 //   screens/counting_explanation.cpp  how many squares of the size there are
+//   construction/  square_builder, creation_run, page_layout
+//   patterns/      line_finders, pattern_families, puzzle_maker
+//   display/       square_display, menus, practice, cell_entry
 #pragma once
 
 #include <functional>
@@ -93,6 +96,11 @@ class MainWindow : public MainForm, public WindowState {
   void Command1_KeyDown(int keyCode, int shift);
   void Form_KeyDown(int keyCode, int shift);
 
+  // Practice: the practice run, a click on a cell, Enter in the entry box.
+  void Command4_Click();
+  void Form_MouseDown(int button, int shift, float x, float y);
+  void Text6_KeyDown(int keyCode, int shift);
+
   // The print and puzzle menus.
   void panswers_Click();
   void ppuzzles_Click();
@@ -169,12 +177,26 @@ class MainWindow : public MainForm, public WindowState {
   void yieldToUser();
   int drawMoveKind();
 
+  // What a creation run and a practice both start with: the pattern
+  // families (5 by 5 only) from their check boxes, and the number boxes
+  // corrected and read into the settings.
+  void readPatternChoices();
+  void readRunSettings(bool sizeEntryBox);
   // One square of a run, from its starting number to its place on the page;
   // true when it was the run's last.
   bool makeOneSquare();
   void drawRandomStartNumber();
   void endRun();
   std::string progressCaption() const;
+  // Practice: its start, one puzzle from building to solved (or dropped),
+  // its end; the captions, each followed by Maximise and Refresh.
+  void startPractice();
+  void playOnePuzzle();
+  void endPractice();
+  std::string practiceCreationCaption() const;
+  std::string scoreCaption() const;
+  void showScore();
+
   // The continuation phase's key square corner.
   void keepKeyCorner();
 

@@ -47,8 +47,7 @@ std::string MainWindow::progressCaption() const {
          ending;
 }
 
-void MainWindow::Command1_Click() {
-  Check12.setVisible(false);
+void MainWindow::readPatternChoices() {
   crossDiagonalChoice = 0;
   crossLineChoice = 0;
   scatteredCrossDiagonalChoice = 0;
@@ -60,6 +59,11 @@ void MainWindow::Command1_Click() {
     takePairChoice(Check10, Check11, scatteredCrossLineChoice);
   }
   pagePhase = 0;
+}
+
+void MainWindow::Command1_Click() {
+  Check12.setVisible(false);
+  readPatternChoices();
   mainsub1();
   try {
     while (runState != -1 && !makeOneSquare()) {
@@ -70,8 +74,7 @@ void MainWindow::Command1_Click() {
   endRun();
 }
 
-void MainWindow::mainsub1() {
-  practiceActive = 0;
+void MainWindow::readRunSettings(bool sizeEntryBox) {
   if (valueOf(Text7) < 1) Text7.setText("2");
   // Unusable entries are corrected on the page rather than refused.
   rewriteAsNumber(Text1);
@@ -89,11 +92,16 @@ void MainWindow::mainsub1() {
   runState = 0;
   refreshTotals();
   surface().clear();
-  prepareLayout(false);
+  prepareLayout(sizeEntryBox);
   if (valueOf(Text3) < 1) Text3.setText("1");
   blankTarget = valueOf(Text3);
   runDone = 0;
   runTotal = valueOf(Text1);
+}
+
+void MainWindow::mainsub1() {
+  practiceActive = 0;
+  readRunSettings(false);
   setCaption(progressCaption());
 
   // Only "Abort printing", the Q key and closing the window stay reachable.

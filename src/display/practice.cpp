@@ -1,0 +1,137 @@
+// Practice: the window becomes a practice page; puzzle after puzzle is built
+// and drawn, and the user fills its blanks (cell_entry.cpp) with the score in
+// the title, until "Quit playing".
+#include "main_window.h"
+#include "platform/number_text.h"
+
+namespace quill {
+
+namespace {
+
+std::string bySize(int n) {
+  const std::string t = numberText(n);
+  return "(" + t + " by " + t + ")";
+}
+
+}  // namespace
+
+std::string MainWindow::practiceCreationCaption() const {
+  return "Creating " + bySize(squareSize) + " Complete Magic Square (with blanks)";
+}
+
+std::string MainWindow::scoreCaption() const {
+  return "Number of " + bySize(squareSize) + " Complete Magic Square(s) solved: " + numberText(runDone) +
+         " / Numbers correct: " + numberText(correctCount) + " / Numbers incorrect: " + numberText(incorrectCount);
+}
+
+void MainWindow::showScore() {
+  setCaption(scoreCaption());
+  platform_.maximiseWindow();
+  platform_.refreshWindow();
+}
+
+void MainWindow::Command4_Click() {
+  startPractice();
+  try {
+    for (;;) {
+      playOnePuzzle();
+      if (runState == -1) break;
+      // Solved, or dropped for a new one: wiped at once, answers unseen.
+      setAvailable({&Text6}, false);
+      gridLeft = 8;
+      gridTop = 8;
+      platform_.maximiseWindow();
+      surface().clear();
+      cursorX = 1;
+      cursorY = 1;
+      showAnswers = 1;
+      if (runState != -7) ++runDone;
+      runState = 0;
+      showScore();
+    }
+  } catch (const RunAborted&) {
+    // "Quit playing" while the puzzle was being built.
+  }
+  endPractice();
+}
+
+void MainWindow::startPractice() {
+  Check12.setVisible(false);
+  readPatternChoices();
+  practiceActive = 1;
+  savedPrintChoice = printChoice;
+  printChoice = 1;  // every practice square is a puzzle
+  correctCount = 0;
+  incorrectCount = 0;
+  readRunSettings(true);
+
+  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}, false);
+  options2.setVisible(false);
+  setVisible({&Label19, &Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
+  printoptions.setVisible(false);
+  puzzlemode.setVisible(false);
+  size.setVisible(false);
+  aprinting.setVisible(false);
+  createWasDisabled = Command1.enabled() ? 0 : 1;
+  setAvailable({&Text5, &text4, &Command1, &Command2, &Command4, &Label8, &Text3, &Label1, &Text1, &Text2}, false);
+  options1.setVisible(true);
+  newsquare.setVisible(true);
+  qplaying.setVisible(true);
+  startover.setVisible(true);
+
+  platform_.maximiseWindow();
+  gridLeft = 8;
+  gridTop = 8;
+  baseStartNumber = startNumber;
+}
+
+void MainWindow::playOnePuzzle() {
+  // The random start keeps every number below the next power of ten, so the
+  // cell width found at the start fits every puzzle.
+  if (Check1.value() == 1) drawRandomStartNumber();
+  setCaption(practiceCreationCaption());
+  buildsquare();
+  showAnswers = 0;
+  makePuzzle();
+  showAnswers = 0;
+  showsquare();
+  blanksLeft = rankCounter;
+  showScore();
+
+  // Wait for the last blank, a new square or the end, asleep between events.
+  platform_.yield();
+  while (runState != -1 && blanksLeft != 1 && runState != -7) platform_.waitForEvents();
+}
+
+void MainWindow::endPractice() {
+  Label20.setVisible(true);
+  Text7.setVisible(true);
+  startNumber = baseStartNumber;
+  setAvailable({&Text6}, false);
+  practiceActive = 0;
+  printChoice = savedPrintChoice;
+  gridLeft = 8;
+  gridTop = 8;
+  surface().clear();
+  setCaption(kProgramTitle);
+
+  Check1.setVisible(true);
+  printoptions.setVisible(true);
+  puzzlemode.setVisible(true);
+  size.setVisible(true);
+  setVisible({&Label9, &Label10, &Label11}, true);
+  setAvailable({&Text5, &text4}, true);
+  Command1.setVisible(true);
+  options2.setVisible(true);
+  if (createWasDisabled == 0) Command1.setEnabled(true);
+  setAvailable({&Command2, &Command4}, true);
+  Label18.setVisible(true);
+  setAvailable({&Label8, &Text3, &Label1, &Text1}, true);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, true);
+  setAvailable({&Text2}, true);
+  Check12.setVisible(true);
+  options1.setVisible(false);
+  // "(Larger than Page)" stays hidden until the size settings show it.
+}
+
+}  // namespace quill
