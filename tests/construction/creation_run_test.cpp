@@ -9,6 +9,7 @@
 #include "platform/number_text.h"
 #include "support/drawing.h"
 #include "support/magic.h"
+#include "support/page_state.h"
 #include "support/window_fixture.h"
 
 namespace quill::testing {
@@ -212,32 +213,6 @@ TEST_F(CreationRun, WithoutAPrintCountPagesGoOnUntilAborted) {
                          [](const std::string& c) { return c.rfind("Creating Giant (5 by 5)", 0) == 0; }),
             captions.end());
   EXPECT_EQ(w.caption(), "Quillion");
-}
-
-// Every control's and menu item's state, to compare the page before and after a run.
-std::map<std::string, std::string> pageState(const MainWindow& w) {
-  std::map<std::string, std::string> state;
-  for (const Control* control : w.controls()) {
-    state[control->name()] = std::string(control->visible() ? "V" : "-") + (control->enabled() ? "E" : "-") +
-                             std::to_string(control->value()) + control->text();
-  }
-  // A menu item counts as shown only when every menu above it is shown too.
-  for (const MenuItem* item : w.menuItems()) {
-    bool shown = true;
-    for (const MenuItem* m = item; m != nullptr; m = m->parent()) shown = shown && m->visible();
-    state[item->name()] = std::string(shown ? "V" : "-") + (item->enabled() ? "E" : "-") +
-                          (item->checked() ? "C" : "-");
-  }
-  return state;
-}
-
-std::string differences(const std::map<std::string, std::string>& now,
-                        const std::map<std::string, std::string>& before) {
-  std::string found;
-  for (const auto& [name, state] : now) {
-    if (before.at(name) != state) found += name + ": " + before.at(name) + " -> " + state + "\n";
-  }
-  return found;
 }
 
 // An abort at each yield of a run of three 7 by 7 puzzles with answers and
