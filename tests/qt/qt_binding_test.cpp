@@ -13,6 +13,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <csignal>
 #include <memory>
 #include <utility>
@@ -303,6 +304,48 @@ TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
   EXPECT_TRUE(text.contains("4711")) << text.toStdString();
   EXPECT_TRUE(text.contains("Magic Total = 65")) << text.toStdString();
   EXPECT_FALSE(text.contains("What is a Magic Square?"));  // hidden controls stay off paper
+}
+
+// Practice through the real widgets: a mouse click on a blank cell's pixels
+// opens the entry box over exactly that cell; typing and Enter reach the
+// model through the box itself.
+TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
+  auto* box = widget<QLineEdit>("Text6");
+  bool played = false;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    if (played || w.runState != 2 || view.windowTitle().startsWith("Creating")) return;
+    played = true;
+    int x = 1, y = 1;
+    while (!isBlank(w.squareNumbers[x][y])) {
+      if (++x > 5) {
+        x = 1;
+        ++y;
+      }
+    }
+    const QRect cell(8 + (x - 1) * w.cellWidth, 8 + (y - 1) * kRowHeight, w.cellWidth, kRowHeight);
+    QTest::mouseClick(view.surfaceWidget(), Qt::LeftButton, {}, cell.center());
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_EQ(box->geometry(), QRect(cell.topLeft(), QSize(w.cellWidth + 1, kRowHeight)));
+
+    QTest::keyClicks(box, "99");
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(w.incorrectCount, 1);
+    EXPECT_TRUE(box->text().isEmpty());
+    QTest::keyClicks(box, QString::number(w.squareRanks[x][y]));
+    QTest::keyClick(box, Qt::Key_Enter);  // the keypad's Enter too
+    EXPECT_EQ(w.correctCount, 1);
+    EXPECT_FALSE(box->isVisible());
+    EXPECT_TRUE(view.windowTitle().endsWith("Numbers correct: 1 / Numbers incorrect: 1"));
+    view.actionFor("qplaying")->trigger();
+  });
+  poll.start(5);
+  QTimer::singleShot(20000, [&] { view.actionFor("qplaying")->trigger(); });  // never hang
+  QTest::mouseClick(widget<QPushButton>("Command4"), Qt::LeftButton);
+  EXPECT_TRUE(played);
+  EXPECT_EQ(view.windowTitle(), "Quillion");
+  EXPECT_TRUE(widget<QPushButton>("Command4")->isVisible());
 }
 
 // Closing the window while a long loop yields ends the process at once and
