@@ -187,6 +187,9 @@ class MainWindow : public MainForm, public WindowState {
   bool makeOneSquare();
   void drawRandomStartNumber();
   void endRun();
+  // What the end of a run and of a practice both bring back: the main page's
+  // labels, boxes and menus, the title and an empty surface.
+  void restoreMainPage();
   std::string progressCaption() const;
   // Practice: its start, one puzzle from building to solved (or dropped),
   // its end; the captions, each followed by Maximise and Refresh.

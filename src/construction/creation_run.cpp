@@ -205,7 +205,7 @@ void MainWindow::keepKeyCorner() {
   keyRow = 1;
 }
 
-void MainWindow::endRun() {
+void MainWindow::restoreMainPage() {
   Label20.setVisible(true);
   Text7.setVisible(true);
   startNumber = baseStartNumber;  // a random starting number never outlives its run
@@ -218,20 +218,19 @@ void MainWindow::endRun() {
   printoptions.setVisible(true);
   puzzlemode.setVisible(true);
   size.setVisible(true);
-  setVisible({&Label9, &Label10, &Label11}, true);
-  setAvailable({&Text5, &text4, &Command1, &Command2}, true);
   options2.setVisible(true);
-  Command4.setVisible(true);
+  setVisible({&Label9, &Label10, &Label11, &Check1, &Label18}, true);
+  setAvailable({&Text5, &text4, &Label8, &Text3, &Label1, &Text1, &Text2}, true);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2, &Check12}, true);
+}
 
+void MainWindow::endRun() {
+  restoreMainPage();
+  setAvailable({&Command1, &Command2}, true);
+  Command4.setVisible(true);
   refreshCellMetrics();
   Label19.setVisible(largerThanPage());
   Command4.setEnabled(!largerThanPage());
-
-  setVisible({&Check1, &Label18}, true);
-  setAvailable({&Label8, &Text3, &Label1, &Text1}, true);
-  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, true);
-  setAvailable({&Text2}, true);
-  Check12.setVisible(true);
 }
 
 }  // namespace quill

@@ -104,33 +104,13 @@ void MainWindow::playOnePuzzle() {
 }
 
 void MainWindow::endPractice() {
-  Label20.setVisible(true);
-  Text7.setVisible(true);
-  startNumber = baseStartNumber;
   setAvailable({&Text6}, false);
   practiceActive = 0;
   printChoice = savedPrintChoice;
-  gridLeft = 8;
-  gridTop = 8;
-  surface().clear();
-  setCaption(kProgramTitle);
-
-  Check1.setVisible(true);
-  printoptions.setVisible(true);
-  puzzlemode.setVisible(true);
-  size.setVisible(true);
-  setVisible({&Label9, &Label10, &Label11}, true);
-  setAvailable({&Text5, &text4}, true);
+  restoreMainPage();
   Command1.setVisible(true);
-  options2.setVisible(true);
   if (createWasDisabled == 0) Command1.setEnabled(true);
   setAvailable({&Command2, &Command4}, true);
-  Label18.setVisible(true);
-  setAvailable({&Label8, &Text3, &Label1, &Text1}, true);
-  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, true);
-  setAvailable({&Text2}, true);
-  Check12.setVisible(true);
-  options1.setVisible(false);
   // "(Larger than Page)" stays hidden until the size settings show it.
 }
 
