@@ -68,3 +68,13 @@ wait_for_pages() {
   done
   (cd "$prints" && ls -tr | grep -vxFf "$work/before")
 }
+
+# The window's title now, and waiting up to $2 tenths of a second for it to read $1.
+title() { xdotool getwindowname "$wid"; }
+wait_for_title() {
+  for _ in $(seq "$2"); do
+    [ "$(title)" = "$1" ] && return 0
+    sleep 0.1
+  done
+  [ "$(title)" = "$1" ]
+}

@@ -8,16 +8,11 @@ binary=$1
 . "$(dirname "$0")/common.sh"
 start_program
 
-title() { xdotool getwindowname "$wid"; }
 score="Number of (5 by 5) Complete Magic Square(s) solved: 0 / Numbers correct: 0 / Numbers incorrect"
 
 # The button stands at (208, 312) on the page, below the 19-pixel menu bar.
 xdotool mousemove --window "$wid" 268 347 click 1
-for _ in $(seq 50); do
-  [ "$(title)" = "$score: 0" ] && break
-  sleep 0.1
-done
-[ "$(title)" = "$score: 0" ] || fail "practice did not start: $(title)"
+wait_for_title "$score: 0" 50 || fail "practice did not start: $(title)"
 
 # Asleep while waiting: no CPU time over one second.
 before=$(awk '{ print $14 + $15 }' "/proc/$pid/stat")
@@ -44,11 +39,7 @@ done
 xdotool mousemove --window "$wid" 25 9 click 1
 sleep 0.4
 xdotool mousemove --window "$wid" 60 73 click 1
-for _ in $(seq 30); do
-  [ "$(title)" = "Quillion" ] && break
-  sleep 0.1
-done
-[ "$(title)" = "Quillion" ] || fail "Quit playing left the title at: $(title)"
+wait_for_title Quillion 30 || fail "Quit playing left the title at: $(title)"
 
 quit_program
 rm -rf "$work"
