@@ -187,8 +187,10 @@ class MainWindow : public MainForm, public WindowState {
   bool makeOneSquare();
   void drawRandomStartNumber();
   void endRun();
-  // What the end of a run and of a practice both bring back: the main page's
-  // labels, boxes and menus, the title and an empty surface.
+  // What a run and a practice both hide of the main page (showing the
+  // "Options" menu for their own items), and what their ends both bring
+  // back: the labels, boxes and menus, the title and an empty surface.
+  void hideMainPage();
   void restoreMainPage();
   std::string progressCaption() const;
   // Practice: its start, one puzzle from building to solved (or dropped),

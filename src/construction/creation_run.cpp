@@ -105,22 +105,11 @@ void MainWindow::mainsub1() {
   setCaption(progressCaption());
 
   // Only "Abort printing", the Q key and closing the window stay reachable.
-  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}, false);
-  setAvailable({&Text5, &text4, &Command4}, false);
-  Label19.setVisible(false);
-  setAvailable({&Command1}, false);
-  options2.setVisible(false);
-  setAvailable({&Command2, &Label8, &Text3, &Label1, &Text1}, false);
-  printoptions.setVisible(false);
-  puzzlemode.setVisible(false);
-  size.setVisible(false);
-  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
-  setAvailable({&Text2}, false);
+  hideMainPage();
   aprinting.setVisible(true);
   qplaying.setVisible(false);
   newsquare.setVisible(false);
   startover.setVisible(false);
-  options1.setVisible(true);
   platform_.maximiseWindow();
 
   cursorX = 1;
@@ -203,6 +192,17 @@ void MainWindow::keepKeyCorner() {
   }
   keyColumn = 0;
   keyRow = 1;
+}
+
+void MainWindow::hideMainPage() {
+  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11, &Label19}, false);
+  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
+  setAvailable({&Text5, &text4, &Command1, &Command2, &Command4, &Label8, &Text3, &Label1, &Text1, &Text2}, false);
+  options2.setVisible(false);
+  printoptions.setVisible(false);
+  puzzlemode.setVisible(false);
+  size.setVisible(false);
+  options1.setVisible(true);
 }
 
 void MainWindow::restoreMainPage() {

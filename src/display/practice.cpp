@@ -65,16 +65,9 @@ void MainWindow::startPractice() {
   incorrectCount = 0;
   readRunSettings(true);
 
-  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11}, false);
-  options2.setVisible(false);
-  setVisible({&Label19, &Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
-  printoptions.setVisible(false);
-  puzzlemode.setVisible(false);
-  size.setVisible(false);
-  aprinting.setVisible(false);
   createWasDisabled = Command1.enabled() ? 0 : 1;
-  setAvailable({&Text5, &text4, &Command1, &Command2, &Command4, &Label8, &Text3, &Label1, &Text1, &Text2}, false);
-  options1.setVisible(true);
+  hideMainPage();
+  aprinting.setVisible(false);
   newsquare.setVisible(true);
   qplaying.setVisible(true);
   startover.setVisible(true);
