@@ -52,8 +52,8 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   session.w.buildsquare();
   for (int row = 0; row < 5; ++row) {
     for (int column = 0; column < 5; ++column) {
-      session.w.gridLeft = 8 + 144 * column;
-      session.w.gridTop = 8 + 108 * row;
+      session.w.placement.gridLeft = 8 + 144 * column;
+      session.w.placement.gridTop = 8 + 108 * row;
       session.w.showsquare();
     }
   }

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 
+#include "construction/progression.h"
 #include "construction/window_state.h"
 #include "patterns/puzzle_blanks.h"
 #include "platform/platform.h"
@@ -79,15 +80,11 @@ class MainWindow : public MainForm, public WindowState {
   void refreshTotals();
   void refreshCellMetrics();
   void refreshPageFit();
-  // How many squares of the current size and cell width one page holds.
-  int pageCapacity();
   // Brings the print count and "Fill Page" in line with the page capacity.
   void syncPrintCount();
   void showCountingExplanation();
-  // The last number of the progression: startNumber + (n² − 1)·distance.
-  double lastNumber() const;
-  // Whether a square of the current size and cell width is larger than the page.
-  bool largerThanPage() const;
+  // The numbers of a square of the current size, starting number and distance.
+  Progression progression() const { return {squareSize, startNumber, distance}; }
 
   // The creation run.
   void Command1_Click();
@@ -169,10 +166,6 @@ class MainWindow : public MainForm, public WindowState {
   // Shows a page's own controls, or hides them.
   void showInformationPage(bool shown);
   void showPropertiesPage(bool shown);
-  // Characters of the wider end of the progression, and whether one more is
-  // reserved for a minus sign.
-  int widestNumberChars() const;
-  bool needsSignCharacter() const;
   // Yield, then end the run if the user asked to abort meanwhile.
   void yieldToUser();
   int drawMoveKind();
@@ -226,8 +219,10 @@ class MainWindow : public MainForm, public WindowState {
   int drawLineType();
   // Pages: place the square just drawn, print a full page and its answers.
   void placeOnPage();
-  void advanceOnPage();
-  void printAnswerPage();
+  // The answer page of the page just printed, which ended at pageEnd.
+  void printAnswerPage(const page::Placement& pageEnd);
+  // Maximise, print the window as a page, wipe the surface.
+  void printPage();
 
   // How one cell of a grid is drawn: shaded, number shifted right of a minus
   // sign's room, and its text (none for a blank in a puzzle).
@@ -236,9 +231,9 @@ class MainWindow : public MainForm, public WindowState {
     bool shifted = false;
     std::optional<std::string> text;
   };
-  // Background, grid lines and cells of one tile at gridLeft, gridTop, from
-  // cell (cursorX, cursorY); rows restart at firstColumn.
-  void drawTile(int firstColumn, const std::function<CellLook(int column, int row)>& cellAt);
+  using CellLookup = std::function<CellLook(int column, int row)>;
+  // Background, grid lines and cells of one tile with its top-left corner at `at`.
+  void drawTile(const page::Placement& at, const page::Tile& tile, const CellLookup& cellAt);
   void applySize(int newSize);
   // Checks the size menu item of this size, or "Larger Size" above 29.
   void checkSizeItems(int newSize);

@@ -114,10 +114,7 @@ void MainWindow::mainsub1() {
 
   cursorX = 1;
   cursorY = 1;
-  gridLeft = 8;
-  gridTop = 8;
-  pageColumn = 1;
-  pageRow = 1;
+  placement = {};
   baseStartNumber = startNumber;
 }
 
@@ -209,8 +206,7 @@ void MainWindow::restoreMainPage() {
   Label20.setVisible(true);
   Text7.setVisible(true);
   startNumber = baseStartNumber;  // a random starting number never outlives its run
-  gridLeft = 8;
-  gridTop = 8;
+  placement = {};
   surface().clear();
   setCaption(kProgramTitle);
 
@@ -229,8 +225,9 @@ void MainWindow::endRun() {
   setAvailable({&Command1, &Command2}, true);
   Command4.setVisible(true);
   refreshCellMetrics();
-  Label19.setVisible(largerThanPage());
-  Command4.setEnabled(!largerThanPage());
+  const bool tooLarge = page::largerThanPage(squareSize, cellWidth);
+  Label19.setVisible(tooLarge);
+  Command4.setEnabled(!tooLarge);
 }
 
 }  // namespace quill

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 
+#include "construction/page_geometry.h"
+
 namespace quill {
 
 constexpr int kMaxSquareSize = 101;
@@ -20,11 +22,6 @@ constexpr int kPatternEntries = 1001;
 // is sized for the largest square rather than the 10,000 of the old design.
 constexpr int kQueueEntries = kMaxSquareSize * kMaxSquareSize + 2;
 constexpr int kLineTypes = 24;
-
-// Rows of the drawing are 18 units high; a cell is 24 units wide, or 8 units
-// per character for numbers of more than three characters.
-constexpr int kRowHeight = 18;
-constexpr int cellWidthFor(int numberChars) { return numberChars > 3 ? 8 * numberChars : 24; }
 
 // A cell of the square at or above this value is blank: the unfilled marker
 // during construction, and the blank markers of a puzzle (1E+200, 1E+201, ...).
@@ -61,8 +58,6 @@ struct WindowState {
   int numberChars = 0;
   std::int16_t entryMaxLength = 0;
   int cellWidth = 0;
-  int surfaceWidth = 0;
-  int surfaceHeight = 0;
   int visibleColumns = 0;
   int visibleRows = 0;
   double sizeEntry = 0;
@@ -115,15 +110,10 @@ struct WindowState {
   int patternFound = 0;
 
   // Drawing and pages.
-  int gridLeft = 0, gridTop = 0;
-  int drawX = 0, drawY = 0;
+  page::Placement placement;  // where the next square goes
   int showAnswers = 0;
-  int tileColumnNumber = 0, tileRowNumber = 0;
-  int savedVisibleColumns = 0, savedVisibleRows = 0;
-  int pageColumn = 0, pageRow = 0;
   PageGrid pagePuzzle{};
   PageGrid pageAnswers{};
-  int pageEndLeft = 0, pageEndTop = 0;
   int keyColumn = 0, keyRow = 0;
   KeyGrid keyNumbers{};
   KeyGrid keyRanks{};

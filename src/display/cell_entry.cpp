@@ -13,22 +13,22 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
   const int previousRow = originY;
 
   // Every cell from the grid's corner, row by row; the first hit wins.
-  cursorX = gridLeft;
-  cursorY = gridTop;
+  cursorX = placement.gridLeft;
+  cursorY = placement.gridTop;
   originX = 1;
   originY = 1;
   const auto hits = [&] {
     const double left = cursorX, top = cursorY;
-    return left <= x && x < left + cellWidth && top <= y && y < top + kRowHeight;
+    return left <= x && x < left + cellWidth && top <= y && y < top + page::kRowHeight;
   };
   while (!hits()) {
     ++originX;
     cursorX += cellWidth;
     if (originX > n) {
       originX = 1;
-      cursorX = gridLeft;
+      cursorX = placement.gridLeft;
       ++originY;
-      cursorY += kRowHeight;
+      cursorY += page::kRowHeight;
     }
     if (originY > n) {
       originX = prevOriginX;
@@ -65,11 +65,10 @@ void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
   }
 
   squareNumbers[originX][originY] = answer;
-  const bool holdsNegatives = startNumber < 0 || lastNumber() < 0;
-  const int shift = holdsNegatives && answer >= 0 ? 3 : 0;
+  const int shift = progression().holdsNegatives() && answer >= 0 ? 3 : 0;
   const auto left = static_cast<float>(cursorX + shift - 1);
   const auto top = static_cast<float>(cursorY + 3);
-  surface().fillBox(left, top, left, top, 15);
+  surface().fillBox(left, top, left, top, palette::white);
   surface().printText(printNumberText(answer));
   Text6.setEnabled(false);
   Text6.setVisible(false);

@@ -38,8 +38,7 @@ void MainWindow::Command4_Click() {
       if (runState == -1) break;
       // Solved, or dropped for a new one: wiped at once, answers unseen.
       setAvailable({&Text6}, false);
-      gridLeft = 8;
-      gridTop = 8;
+      placement = {};
       platform_.maximiseWindow();
       surface().clear();
       cursorX = 1;
@@ -73,8 +72,7 @@ void MainWindow::startPractice() {
   startover.setVisible(true);
 
   platform_.maximiseWindow();
-  gridLeft = 8;
-  gridTop = 8;
+  placement = {};
   baseStartNumber = startNumber;
 }
 

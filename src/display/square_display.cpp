@@ -5,96 +5,65 @@
 
 namespace quill {
 
-namespace {
-
-// How many cells of this size one tile holds: as many as fit after the
-// margin of 8, and always at least two.
-int cellsPerTile(int cellSize, int pageSize) {
-  int used = cellSize + 8;
-  int cells = 1;
-  do {
-    used += cellSize;
-    ++cells;
-  } while (used + cellSize <= pageSize);
-  return cells;
-}
-
-constexpr int kBlack = 0;
-constexpr int kLightGrey = 7;
-constexpr int kWhite = 15;
-}  // namespace
-
 void MainWindow::prepareLayout(bool sizeEntryBox) {
   const int n = squareSize;
-  numberChars = widestNumberChars();
+  const Progression numbers = progression();
+  numberChars = numbers.widestNumberChars();
   entryMaxLength = static_cast<std::int16_t>(numberChars);  // before the sign character
-  if (needsSignCharacter()) numberChars += 1;
-  cellWidth = cellWidthFor(numberChars);
-  visibleColumns = n;
-  visibleRows = n;
+  numberChars = numbers.numberChars();
+  cellWidth = page::cellWidthFor(numberChars);
   if (sizeEntryBox) {
     Text6.setMaxLength(entryMaxLength);
-    Text6.setPixelSize(cellWidth + 1, kRowHeight);
+    Text6.setPixelSize(cellWidth + 1, page::kRowHeight);
   }
-
   // A square larger than the page is drawn in tiles as large as the page holds.
-  if (cellWidth * n + 8 > surfaceWidth) visibleColumns = cellsPerTile(cellWidth, surfaceWidth);
-  if (kRowHeight * n + 8 > surfaceHeight) visibleRows = cellsPerTile(kRowHeight, surfaceHeight);
+  const page::TileSize tile = page::tileSize(n, cellWidth);
+  visibleColumns = tile.visibleColumns;
+  visibleRows = tile.visibleRows;
 }
 
-void MainWindow::drawTile(int firstColumn, const std::function<CellLook(int column, int row)>& cellAt) {
-  const int w = cellWidth;
-  const int right = gridLeft + visibleColumns * w;
-  const int bottom = gridTop + visibleRows * kRowHeight;
-  auto& surface = this->surface();
-  const auto at = [](int value) { return static_cast<float>(value); };
-  surface.fillBox(at(gridLeft), at(gridTop), at(right), at(bottom), kWhite);
+void MainWindow::printPage() {
+  platform_.maximiseWindow();
+  platform_.printWindow();
+  surface().clear();
+}
 
-  // visibleColumns + 1 vertical and visibleRows + 1 horizontal lines.
-  for (int x = gridLeft, y = gridTop; x <= right || y <= bottom; x += w, y += kRowHeight) {
-    if (x <= right) surface.fillBox(at(x), at(gridTop), at(x), at(bottom), kBlack);
-    if (y <= bottom) surface.fillBox(at(gridLeft), at(y), at(right), at(y), kBlack);
+void MainWindow::drawTile(const page::Placement& at, const page::Tile& tile, const CellLookup& cellAt) {
+  const int w = cellWidth;
+  const int h = page::kRowHeight;
+  const int right = at.gridLeft + tile.columns * w;
+  const int bottom = at.gridTop + tile.rows * h;
+  auto& surface = this->surface();
+  const auto f = [](int value) { return static_cast<float>(value); };
+  surface.fillBox(f(at.gridLeft), f(at.gridTop), f(right), f(bottom), palette::white);
+
+  // columns + 1 vertical and rows + 1 horizontal lines, drawn in pairs.
+  for (int x = at.gridLeft, y = at.gridTop; x <= right || y <= bottom; x += w, y += h) {
+    if (x <= right) surface.fillBox(f(x), f(at.gridTop), f(x), f(bottom), palette::black);
+    if (y <= bottom) surface.fillBox(f(at.gridLeft), f(y), f(right), f(y), palette::black);
   }
 
   // Each number starts 2 right of and 3 below its cell's corner; a
   // non-negative number among negative ones 3 further right.
-  drawX = gridLeft + 2;
-  drawY = gridTop + 3;
-  for (;;) {
-    const CellLook look = cellAt(cursorX, cursorY);
-    if (look.shaded) surface.fillBox(at(drawX - 1), at(drawY - 2), at(drawX + w - 3), at(drawY + 14), kLightGrey);
-    const int textX = drawX + (look.shifted ? 3 : 0);
-    surface.fillBox(at(textX), at(drawY), at(textX), at(drawY), kWhite);
-    if (look.shaded) surface.fillBox(at(textX), at(drawY), at(textX), at(drawY), kLightGrey);
-    if (look.text) surface.printText(*look.text);
-
-    drawX += w;
-    ++cursorX;
-    if (drawX <= right) continue;
-    drawX = gridLeft + 2;
-    drawY += kRowHeight;
-    if (drawY > bottom) return;
-    cursorX = firstColumn;
-    ++cursorY;
+  for (int r = 0; r < tile.rows; ++r) {
+    for (int c = 0; c < tile.columns; ++c) {
+      const int drawX = at.gridLeft + 2 + c * w;
+      const int drawY = at.gridTop + 3 + r * h;
+      const CellLook look = cellAt(tile.firstColumn + c, tile.firstRow + r);
+      if (look.shaded) surface.fillBox(f(drawX - 1), f(drawY - 2), f(drawX + w - 3), f(drawY + 14), palette::lightGrey);
+      const int textX = drawX + (look.shifted ? 3 : 0);
+      surface.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::white);
+      if (look.shaded) surface.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::lightGrey);
+      if (look.text) surface.printText(*look.text);
+    }
   }
 }
 
 void MainWindow::showsquare() {
   const int n = squareSize;
-  const int w = cellWidth;
-  const bool tooWide = w * n + 8 > surfaceWidth;
-  const bool tooTall = kRowHeight * n + 8 > surfaceHeight;
-  const bool holdsNegatives = startNumber < 0 || lastNumber() < 0;
+  const bool tiled = page::largerThanPage(n, cellWidth);
+  const bool holdsNegatives = progression().holdsNegatives();
   const bool shading = printChoice != 0 && showAnswers == 1 && highlightAnswers == 1;
-
-  int firstColumn = 1;
-  int firstRow = 1;
-  cursorX = 1;
-  cursorY = 1;
-  savedVisibleColumns = visibleColumns;
-  savedVisibleRows = visibleRows;
-  tileColumnNumber = 1;
-  tileRowNumber = 1;
   const auto cellAt = [&](int x, int y) {
     const double puzzle = squareNumbers[x][y];
     CellLook look;
@@ -108,39 +77,17 @@ void MainWindow::showsquare() {
     return look;
   };
 
-  for (;;) {
-    if (tooWide || tooTall) {
+  for (const page::Tile& tile : page::tiles(n, {visibleColumns, visibleRows})) {
+    if (tiled) {
       // The tile's label "column,row" stands to the right of a full-width tile.
-      const auto labelX = static_cast<float>(visibleColumns * w + 14);
-      surface().fillBox(labelX, 8, labelX, 8, kLightGrey);
-      surface().printText(numberText(tileColumnNumber) + "," + numberText(tileRowNumber));
+      const auto labelX = static_cast<float>(visibleColumns * cellWidth + 14);
+      const auto labelY = static_cast<float>(page::kMargin);
+      surface().fillBox(labelX, labelY, labelX, labelY, palette::lightGrey);
+      surface().printText(numberText(tile.tileColumnNumber) + "," + numberText(tile.tileRowNumber));
     }
-    if (n - cursorX < visibleColumns && tooWide) visibleColumns = n - cursorX + 1;
-    if (n - cursorY < visibleRows && tooTall) visibleRows = n - cursorY + 1;
-    drawTile(firstColumn, cellAt);
-    visibleColumns = savedVisibleColumns;
-    visibleRows = savedVisibleRows;
-    if (!tooWide && !tooTall) return;
-
+    drawTile(placement, tile, cellAt);
     // Every tile goes on paper, the one-column last tile of a wide square included.
-    platform_.maximiseWindow();
-    platform_.printWindow();
-    surface().clear();
-    if (cursorX == n + 1 && cursorY == n) return;
-    if (tooWide && cursorX < n + 1) {
-      ++tileColumnNumber;
-      firstColumn = cursorX;
-      cursorY = firstRow;
-    } else if (tooTall && cursorX == n + 1 && cursorY < n) {
-      tileColumnNumber = 1;
-      ++tileRowNumber;
-      cursorX = 1;
-      firstColumn = 1;
-      cursorY += 1;
-      firstRow = cursorY;
-    } else {
-      return;  // unreachable: every tile ends at the right edge or the bottom
-    }
+    if (tiled) printPage();
   }
 }
 

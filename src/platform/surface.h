@@ -17,7 +17,12 @@ struct DrawOp {
   std::string text;
 };
 
-// The 16-colour classic palette (0 black, 7 light grey, 15 bright white, ...).
+// The 16-colour classic palette, and the three colours squares are drawn in.
+namespace palette {
+constexpr int black = 0;
+constexpr int lightGrey = 7;
+constexpr int white = 15;
+}  // namespace palette
 struct PaletteColour {
   unsigned char red, green, blue;
 };

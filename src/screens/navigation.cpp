@@ -16,8 +16,6 @@ void MainWindow::Form_Activate() {
   highlightAnswers = 1;
   options1.setVisible(false);
   platform_.maximiseWindow();
-  surfaceWidth = 753;
-  surfaceHeight = 530;
   squareSize = 5;
   startNumber = 1;
   distance = 1;

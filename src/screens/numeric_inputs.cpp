@@ -5,28 +5,8 @@
 
 namespace quill {
 
-int MainWindow::pageCapacity() {
-  // Squares tile the page left to right, top to bottom, one cell apart
-  // across and one row apart down, inside a margin of 8; the first always counts.
-  // The cell metrics are always refreshed first, so cellWidth is at least 24.
-  const int n = squareSize;
-  gridLeft = 8;
-  gridTop = 8;
-  int count = 1;
-  for (;;) {
-    gridLeft += n * cellWidth + cellWidth;
-    if (gridLeft + n * cellWidth > surfaceWidth) {
-      gridLeft = 8;
-      gridTop += kRowHeight * n + kRowHeight;
-      if (gridTop + kRowHeight * n > surfaceHeight) break;
-    }
-    ++count;
-  }
-  return count;
-}
-
 void MainWindow::syncPrintCount() {
-  const int capacity = pageCapacity();
+  const int capacity = page::pageCapacity(squareSize, cellWidth);
   if (numericValue(Text1.text()) > capacity || Check12.checked()) Text1.setText(numberText(capacity));
   if (numericValue(Text1.text()) == capacity) Check12.setValue(1);
 }
@@ -42,7 +22,7 @@ void MainWindow::Text1_Change() {
   // "Fill Page" is checked exactly when the print count fills the page, and
   // the count never goes above that.
   refreshCellMetrics();
-  const int capacity = pageCapacity();
+  const int capacity = page::pageCapacity(squareSize, cellWidth);
   if (numericValue(Text1.text()) > capacity) Text1.setText(numberText(capacity));
   if (numericValue(Text1.text()) == capacity) Check12.setValue(1);
   if (numericValue(Text1.text()) < capacity) Check12.setValue(0);
@@ -51,7 +31,7 @@ void MainWindow::Text1_Change() {
 void MainWindow::Check12_Click() {
   if (!Check12.checked()) return;  // clearing keeps the print count
   refreshCellMetrics();
-  Text1.setText(numberText(pageCapacity()));
+  Text1.setText(numberText(page::pageCapacity(squareSize, cellWidth)));
 }
 
 void MainWindow::text4_KeyUp(int /*keyCode*/, int /*shift*/) {

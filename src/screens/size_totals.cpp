@@ -1,15 +1,9 @@
 // The captions and metrics that follow every change of size, starting number or distance.
 #include "main_window.h"
 
-#include <algorithm>
-
 #include "platform/number_text.h"
 
 namespace quill {
-
-namespace {
-std::size_t textLength(double value) { return numberText(value).size(); }
-}  // namespace
 
 void MainWindow::refreshTotals() {
   const double n = squareSize;
@@ -23,42 +17,17 @@ void MainWindow::refreshTotals() {
   magicTotalText = numberText(magicTotal);
   Label11.setCaption(magicTotalText.size() <= 11 ? "Magic Total = " + magicTotalText
                                                  : "Magic Total is {very large!}");
-  const std::string last = numberText(lastNumber());
+  const std::string last = numberText(progression().lastNumber());
   Label18.setCaption(last.size() <= 7 ? "Last number equals: " + last : "Last number is {very large!}");
 }
 
-double MainWindow::lastNumber() const {
-  return (static_cast<double>(squareSize) * squareSize - 1) * distance + startNumber;
-}
-
-int MainWindow::widestNumberChars() const {
-  return static_cast<int>(std::max(textLength(lastNumber()), textLength(startNumber)));
-}
-
-bool MainWindow::needsSignCharacter() const {
-  const double first = startNumber;
-  const double last = lastNumber();
-  if (first >= 0 && last >= 0) return false;
-  // One end negative: reserve a character when the positive end is at least
-  // as long as the negative one (minus sign counted). Both negative: none.
-  double p = 0;
-  double q = 100;
-  if (first > 0) p = first, q = last;
-  if (last > 0) p = last, q = first;
-  return textLength(p) >= textLength(q);
-}
-
 void MainWindow::refreshCellMetrics() {
-  numberChars = widestNumberChars() + (needsSignCharacter() ? 1 : 0);
-  cellWidth = cellWidthFor(numberChars);
-}
-
-bool MainWindow::largerThanPage() const {
-  return squareSize * cellWidth + 8 > surfaceWidth || kRowHeight * squareSize + 8 > surfaceHeight;
+  numberChars = progression().numberChars();
+  cellWidth = page::cellWidthFor(numberChars);
 }
 
 void MainWindow::refreshPageFit() {
-  if (largerThanPage()) {
+  if (page::largerThanPage(squareSize, cellWidth)) {
     Command4.setEnabled(false);
     if (Command4.visible()) Label19.setVisible(true);
   } else {

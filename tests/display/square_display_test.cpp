@@ -22,8 +22,7 @@ class SquareDisplay : public WindowTest {
     w.runState = 0;
     w.buildsquare();
     w.prepareLayout(false);
-    w.gridLeft = 8;
-    w.gridTop = 8;
+    w.placement = {};
   }
   const std::vector<DrawOp>& ops() { return w.surface().ops(); }
   const DrawOp* textOf(double number) {

@@ -151,8 +151,6 @@ TEST_F(Pages, StartUpLeavesTheDesignedMainPageAndTheStartValues) {
   EXPECT_EQ(w.squareSize, 5);
   EXPECT_EQ(w.startNumber, 1);
   EXPECT_EQ(w.distance, 1);
-  EXPECT_EQ(w.surfaceWidth, 753);
-  EXPECT_EQ(w.surfaceHeight, 530);
   EXPECT_EQ(w.runTotal, 20);
   EXPECT_EQ(w.runDone, 0);
   EXPECT_EQ(w.printChoice, 2);

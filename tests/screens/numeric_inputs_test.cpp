@@ -80,7 +80,7 @@ TEST_F(NumericInputs, PageCapacityIsWhatFitsOnThePage) {
     for (int cellWidth = 24; cellWidth <= 184; cellWidth += 8) {
       w.squareSize = n;
       w.cellWidth = cellWidth;
-      const int capacity = w.pageCapacity();
+      const int capacity = page::pageCapacity(w.squareSize, w.cellWidth);
       const int across = std::max(1, (width - 8 - n * cellWidth) / ((n + 1) * cellWidth) + 1);
       const int down = std::max(1, (height - 8 - 18 * n) / (18 * n + 18) + 1);
       ASSERT_EQ(capacity, across * down) << n << " " << cellWidth;

@@ -97,14 +97,15 @@ bool paintOnto(QPrinter& printer, const FormView& view) {
 QString pdfPageFolder() { return QDir::home().filePath("Quillion/pages"); }
 
 // The page area, widened to take in anything drawn beyond it: the label of a
-// tile stands just right of a full-width tile, past the 753 units of the page.
+// tile stands just right of a full-width tile, past the width of the page.
 QRectF printedArea(const Surface& surface) {
   QRectF area(0, 0, kPageAreaWidth, kPageAreaHeight);
   for (const DrawOp& op : surface.ops()) {
     if (op.kind == DrawOp::Kind::Box) {
       area |= QRectF(QPointF(op.x1, op.y1), QPointF(op.x2 + 1, op.y2 + 1)).normalized();
     } else {
-      area |= QRectF(op.x1, op.y1, 8.0 * static_cast<double>(op.text.size()) + 8, 18);
+      const double width = page::kUnitsPerCharacter * static_cast<double>(op.text.size() + 1);
+      area |= QRectF(op.x1, op.y1, width, page::kRowHeight);
     }
   }
   return area;

@@ -5,15 +5,17 @@
 #include <QSizeF>
 #include <QString>
 
+#include "construction/page_geometry.h"
+
 class QPainter;
 
 namespace quill::qt {
 
 class FormView;
 
-// The page area: 753 by 530 drawing units and its 8-unit margin on the far sides.
-constexpr int kPageAreaWidth = 753 + 8;
-constexpr int kPageAreaHeight = 530 + 8;
+// The page area and its margin on the far sides.
+constexpr int kPageAreaWidth = page::surfaceWidth + page::kMargin;
+constexpr int kPageAreaHeight = page::surfaceHeight + page::kMargin;
 
 // Where pages go when no printer is installed: ~/Quillion/pages.
 QString pdfPageFolder();
