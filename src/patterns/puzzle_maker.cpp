@@ -69,7 +69,9 @@ void MainWindow::makePuzzle() {
     } else if (!scoringAttempt()) {
       continue;
     }
-    if (++rankCounter >= blankTarget + 1) break;
+    // Only an exact count ends it: a fractional target is never met, and the
+    // maker then goes on until no cell takes a blank.
+    if (++rankCounter == blankTarget + 1) break;
   }
   // The first choice reserves a line rather than making a blank; when the
   // scan pass made it instead, every choice was a blank. Either way the
