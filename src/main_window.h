@@ -160,12 +160,8 @@ class MainWindow : public MainForm, public WindowState {
   void blankKeyCell();
 
  private:
-  enum class Page { Information, Properties };
-  void openPage(Page page);
-  void showMainPage(Page leaving);
-  // Shows a page's own controls, or hides them.
-  void showInformationPage(bool shown);
-  void showPropertiesPage(bool shown);
+  void openPage(Screen page);
+  void showMainPage();
   // Yield, then end the run if the user asked to abort meanwhile.
   void yieldToUser();
   int drawMoveKind();
@@ -180,10 +176,8 @@ class MainWindow : public MainForm, public WindowState {
   bool makeOneSquare();
   void drawRandomStartNumber();
   void endRun();
-  // What a run and a practice both hide of the main page (showing the
-  // "Options" menu for their own items), and what their ends both bring
-  // back: the labels, boxes and menus, the title and an empty surface.
-  void hideMainPage();
+  // What the ends of a run and of a practice both bring back: the main
+  // page, the title, an empty surface and the starting number.
   void restoreMainPage();
   std::string progressCaption() const;
   // Practice: its start, one puzzle from building to solved (or dropped),

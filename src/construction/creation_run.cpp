@@ -105,11 +105,7 @@ void MainWindow::mainsub1() {
   setCaption(progressCaption());
 
   // Only "Abort printing", the Q key and closing the window stay reachable.
-  hideMainPage();
-  aprinting.setVisible(true);
-  qplaying.setVisible(false);
-  newsquare.setVisible(false);
-  startover.setVisible(false);
+  showScreen(Screen::Run);
   platform_.maximiseWindow();
 
   cursorX = 1;
@@ -191,43 +187,19 @@ void MainWindow::keepKeyCorner() {
   keyRow = 1;
 }
 
-void MainWindow::hideMainPage() {
-  setVisible({&Label20, &Text7, &Check1, &Label18, &Label9, &Label10, &Label11, &Label19}, false);
-  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2}, false);
-  setAvailable({&Text5, &text4, &Command1, &Command2, &Command4, &Label8, &Text3, &Label1, &Text1, &Text2}, false);
-  options2.setVisible(false);
-  printoptions.setVisible(false);
-  puzzlemode.setVisible(false);
-  size.setVisible(false);
-  options1.setVisible(true);
-}
-
 void MainWindow::restoreMainPage() {
-  Label20.setVisible(true);
-  Text7.setVisible(true);
   startNumber = baseStartNumber;  // a random starting number never outlives its run
   placement = {};
   surface().clear();
   setCaption(kProgramTitle);
-
-  options1.setVisible(false);
-  printoptions.setVisible(true);
-  puzzlemode.setVisible(true);
-  size.setVisible(true);
-  options2.setVisible(true);
-  setVisible({&Label9, &Label10, &Label11, &Check1, &Label18}, true);
-  setAvailable({&Text5, &text4, &Label8, &Text3, &Label1, &Text1, &Text2}, true);
-  setVisible({&Label3, &Label4, &Label5, &Label6, &Label7, &Label2, &Check12}, true);
+  showScreen(Screen::Main);
 }
 
 void MainWindow::endRun() {
   restoreMainPage();
-  setAvailable({&Command1, &Command2}, true);
-  Command4.setVisible(true);
+  Command1.setEnabled(true);
   refreshCellMetrics();
-  const bool tooLarge = page::largerThanPage(squareSize, cellWidth);
-  Label19.setVisible(tooLarge);
-  Command4.setEnabled(!tooLarge);
+  refreshPageFit();
 }
 
 }  // namespace quill

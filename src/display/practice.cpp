@@ -37,7 +37,7 @@ void MainWindow::Command4_Click() {
       playOnePuzzle();
       if (runState == -1) break;
       // Solved, or dropped for a new one: wiped at once, answers unseen.
-      setAvailable({&Text6}, false);
+      Text6.setAvailable(false);
       placement = {};
       platform_.maximiseWindow();
       surface().clear();
@@ -65,11 +65,7 @@ void MainWindow::startPractice() {
   readRunSettings(true);
 
   createWasDisabled = Command1.enabled() ? 0 : 1;
-  hideMainPage();
-  aprinting.setVisible(false);
-  newsquare.setVisible(true);
-  qplaying.setVisible(true);
-  startover.setVisible(true);
+  showScreen(Screen::Practice);
 
   platform_.maximiseWindow();
   placement = {};
@@ -95,14 +91,13 @@ void MainWindow::playOnePuzzle() {
 }
 
 void MainWindow::endPractice() {
-  setAvailable({&Text6}, false);
+  Text6.setAvailable(false);
   practiceActive = 0;
   printChoice = savedPrintChoice;
   restoreMainPage();
-  Command1.setVisible(true);
   if (createWasDisabled == 0) Command1.setEnabled(true);
-  setAvailable({&Command2, &Command4}, true);
-  // "(Larger than Page)" stays hidden until the size settings show it.
+  // Practice only starts for a square that fits; the page fit is not looked at again.
+  Command4.setEnabled(true);
 }
 
 }  // namespace quill

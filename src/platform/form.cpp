@@ -36,17 +36,6 @@ void Control::setText(const std::string& text) {
   if (kind() == ControlKind::TextBox) run(onChange);
 }
 
-void setVisible(Controls controls, bool visible) {
-  for (Control* control : controls) control->setVisible(visible);
-}
-
-void setAvailable(Controls controls, bool available) {
-  for (Control* control : controls) {
-    control->setVisible(available);
-    control->setEnabled(available);
-  }
-}
-
 void Control::setValue(int value) {
   if (value == value_) return;
   value_ = value;

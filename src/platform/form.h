@@ -10,7 +10,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -110,6 +109,11 @@ class Control {
   void setVisible(bool visible);
   bool enabled() const { return enabled_; }
   void setEnabled(bool enabled);
+  // Shown and enabled together, or hidden and disabled together.
+  void setAvailable(bool available) {
+    setVisible(available);
+    setEnabled(available);
+  }
 
   const TwipRect& rect() const { return rect_; }
   void setRect(const TwipRect& rect);
@@ -152,12 +156,6 @@ class Control {
   TwipRect rect_;
   int maxLength_;
 };
-
-// Groups of controls that pages show and hide together.
-using Controls = std::initializer_list<Control*>;
-void setVisible(Controls controls, bool visible);
-// Shown and enabled together, or hidden and disabled together.
-void setAvailable(Controls controls, bool available);
 
 class MenuItem {
  public:

@@ -247,4 +247,120 @@ MainForm::MainForm()
   setClientArea({0, 0, kDesignClientWidth, kDesignClientHeight});
 }
 
+namespace {
+
+// Which page a control belongs to, and what showing and hiding that page does with it.
+enum class Rule {
+  Shown,             // shown with its page
+  Available,         // shown and enabled with its page, hidden and disabled without
+  EnabledByRule,     // shown with its page; hidden and disabled without; enabled by a rule of its own
+  ShownByRule,       // hidden without its page; shown by a rule of its own
+};
+struct ControlPlace {
+  Control MainForm::*control;
+  Screen page;
+  Rule rule;
+};
+
+constexpr ControlPlace kControlPlaces[] = {
+    {&MainForm::Label20, Screen::Main, Rule::Shown},
+    {&MainForm::Text7, Screen::Main, Rule::Shown},
+    {&MainForm::Check1, Screen::Main, Rule::Shown},
+    {&MainForm::Label2, Screen::Main, Rule::Shown},
+    {&MainForm::Text2, Screen::Main, Rule::Available},
+    {&MainForm::Label1, Screen::Main, Rule::Available},
+    {&MainForm::Text1, Screen::Main, Rule::Available},
+    {&MainForm::Check12, Screen::Main, Rule::Shown},
+    {&MainForm::Label9, Screen::Main, Rule::Shown},
+    {&MainForm::text4, Screen::Main, Rule::Available},
+    {&MainForm::Command1, Screen::Main, Rule::EnabledByRule},  // stays disabled above 101
+    {&MainForm::Label4, Screen::Main, Rule::Shown},
+    {&MainForm::Label10, Screen::Main, Rule::Shown},
+    {&MainForm::Text5, Screen::Main, Rule::Available},
+    {&MainForm::Label3, Screen::Main, Rule::Shown},
+    {&MainForm::Label5, Screen::Main, Rule::Shown},
+    {&MainForm::Label18, Screen::Main, Rule::Shown},
+    {&MainForm::Label6, Screen::Main, Rule::Shown},
+    {&MainForm::Label8, Screen::Main, Rule::Available},
+    {&MainForm::Text3, Screen::Main, Rule::Available},
+    {&MainForm::Label7, Screen::Main, Rule::Shown},
+    {&MainForm::Command2, Screen::Main, Rule::Available},
+    {&MainForm::Label11, Screen::Main, Rule::Shown},
+    {&MainForm::Command4, Screen::Main, Rule::EnabledByRule},  // only for squares that fit the page
+    {&MainForm::Label19, Screen::Main, Rule::ShownByRule},     // "(Larger than Page)"
+
+    {&MainForm::Label12, Screen::Information, Rule::Shown},
+    {&MainForm::Label13, Screen::Information, Rule::Shown},
+    {&MainForm::Label14, Screen::Information, Rule::Shown},
+    {&MainForm::Label15, Screen::Information, Rule::Shown},
+    {&MainForm::Command3, Screen::Information, Rule::Available},
+    {&MainForm::Label16, Screen::Information, Rule::Shown},
+    {&MainForm::Picture1, Screen::Information, Rule::Shown},
+    {&MainForm::Label17, Screen::Information, Rule::Shown},
+    {&MainForm::Picture2, Screen::Information, Rule::Shown},
+
+    {&MainForm::Label22, Screen::Properties, Rule::Shown},
+    {&MainForm::Check2, Screen::Properties, Rule::Shown},
+    {&MainForm::Check3, Screen::Properties, Rule::Shown},
+    {&MainForm::Command6, Screen::Properties, Rule::Shown},
+    {&MainForm::Label21, Screen::Properties, Rule::Shown},
+    {&MainForm::Check4, Screen::Properties, Rule::Shown},
+    {&MainForm::Check5, Screen::Properties, Rule::Shown},
+    {&MainForm::Check6, Screen::Properties, Rule::Shown},
+    {&MainForm::Check7, Screen::Properties, Rule::Shown},
+    {&MainForm::Check8, Screen::Properties, Rule::Shown},
+    {&MainForm::Check9, Screen::Properties, Rule::Shown},
+    {&MainForm::Check10, Screen::Properties, Rule::Shown},
+    {&MainForm::Check11, Screen::Properties, Rule::Shown},
+    {&MainForm::Picture3, Screen::Properties, Rule::Shown},
+    {&MainForm::Picture6, Screen::Properties, Rule::Shown},
+    {&MainForm::Picture5, Screen::Properties, Rule::Shown},
+    {&MainForm::Picture4, Screen::Properties, Rule::Shown},
+};
+
+// A menu item on each screen (main, information, properties, run, practice):
+// shown (or enabled), hidden (or disabled), or kept as it is.
+enum Mark { Y, N, K };
+struct MenuPlace {
+  MenuItem MainForm::*item;
+  bool enabling;  // the marks set its enabled state rather than its visibility
+  Mark on[5];
+};
+
+constexpr MenuPlace kMenuPlaces[] = {
+    // item                          main info props run practice
+    {&MainForm::options2, false, {Y, N, N, N, N}},
+    {&MainForm::printoptions, false, {Y, Y, Y, N, N}},
+    {&MainForm::puzzlemode, false, {Y, Y, Y, N, N}},
+    {&MainForm::size, false, {Y, Y, Y, N, N}},
+    {&MainForm::chooseproperties, true, {Y, N, N, K, K}},
+    {&MainForm::options1, false, {N, N, N, Y, Y}},
+    {&MainForm::aprinting, false, {K, K, K, Y, N}},
+    {&MainForm::newsquare, false, {K, K, K, N, Y}},
+    {&MainForm::startover, false, {K, K, K, N, Y}},
+    {&MainForm::qplaying, false, {K, K, K, N, Y}},
+};
+
+}  // namespace
+
+void MainForm::showScreen(Screen screen) {
+  for (const ControlPlace& place : kControlPlaces) {
+    Control& control = this->*place.control;
+    const bool shown = place.page == screen;
+    if (place.rule != Rule::ShownByRule || !shown) control.setVisible(shown);
+    if (place.rule == Rule::Available) control.setEnabled(shown);
+    if (place.rule == Rule::EnabledByRule && !shown) control.setEnabled(false);
+  }
+  for (const MenuPlace& place : kMenuPlaces) {
+    const Mark mark = place.on[static_cast<int>(screen)];
+    if (mark == K) continue;
+    MenuItem& item = this->*place.item;
+    if (place.enabling) {
+      item.setEnabled(mark == Y);
+    } else {
+      item.setVisible(mark == Y);
+    }
+  }
+}
+
 }  // namespace quill

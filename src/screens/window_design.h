@@ -12,8 +12,17 @@ constexpr const char* kProgramTitle = "Quillion";
 constexpr int kDesignClientWidth = 11880;
 constexpr int kDesignClientHeight = 6045;
 
+// What the window shows: one of its three pages, or the main page's place
+// taken by a run or a practice.
+enum class Screen { Main, Information, Properties, Run, Practice };
+
 struct MainForm : Form {
   MainForm();
+
+  // Shows the controls and menus of the screen and hides the others', as the
+  // screen table in window_design.cpp says. Controls with a rule of their own
+  // (Command1's and Command4's enabling, Label19) are only hidden here.
+  void showScreen(Screen screen);
 
   // The menu bar, in design order.
   MenuItem options2, quit;
