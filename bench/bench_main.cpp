@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "construction/square_builder.h"
 #include "main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_printer.h"
@@ -17,13 +18,12 @@ namespace {
 using Window = BenchWindow<MainWindow>;
 
 void BM_BuildSquare(benchmark::State& state) {
-  Window session;
-  session.w.squareSize = static_cast<int>(state.range(0));
-  session.w.startNumber = 1;
-  session.w.distance = 1;
+  QuietPlatform platform;
+  RunControl run(platform);
+  auto builder = std::make_unique<SquareBuilder>(run);
   for (auto _ : state) {
-    session.w.buildsquare();
-    benchmark::DoNotOptimize(session.w.squareNumbers[1][1]);
+    builder->buildsquare(static_cast<int>(state.range(0)), 1, 1);
+    benchmark::DoNotOptimize(builder->square().squareNumbers[1][1]);
   }
   state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(0));
 }
@@ -49,7 +49,12 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   session.w.startNumber = 1;
   session.w.distance = 1;
   session.w.prepareLayout(false);
-  session.w.buildsquare();
+  {
+    RunControl run(session.platform);
+    auto builder = std::make_unique<SquareBuilder>(run);
+    builder->buildsquare(5, 1, 1);
+    session.w.square() = builder->square();
+  }
   for (int row = 0; row < 5; ++row) {
     for (int column = 0; column < 5; ++column) {
       session.w.placement.gridLeft = 8 + 144 * column;

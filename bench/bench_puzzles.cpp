@@ -4,58 +4,59 @@
 // same puzzle from the same draws, so the times compare like for like.
 #include <benchmark/benchmark.h>
 
+#include <memory>
+
 #include "bench_window.h"
-#include "support/literal_window.h"
+#include "construction/square_builder.h"
+#include "patterns/puzzle_maker_impl.h"
+#include "support/literal_blanks.h"
 
 namespace quill {
 namespace {
 
-// Counts the dependency checks a maker runs.
-template <class Base>
-class Counting : public Base {
- public:
-  using Base::Base;
-  void makeblanks() override {
+long checks = 0;
+
+// An index of blanks that counts the dependency checks asked of it.
+template <class Blanks>
+struct Counting : Blanks {
+  bool closesCycle(int x, int y, int type) {
     ++checks;
-    Base::makeblanks();
+    return Blanks::closesCycle(x, y, type);
   }
-  void checkChosenLine() override {
-    ++checks;
-    Base::checkChosenLine();
-  }
-  long checks = 0;
 };
 
-template <class Maker>
+template <class Blanks>
 void makePuzzles(benchmark::State& state) {
-  BenchWindow<Counting<Maker>> session;
-  MainWindow& w = session.w;
+  QuietPlatform platform;
+  RunControl run(platform);
+  auto builder = std::make_unique<SquareBuilder>(run);
+  auto maker = std::make_unique<BasicPuzzleMaker<Counting<Blanks>>>(run);
   const int n = static_cast<int>(state.range(0));
-  w.squareSize = n;
-  w.startNumber = 1;
-  w.distance = 1;
-  w.buildsquare();
-  const SquareGrid square = w.squareNumbers;
-  w.blankTarget = static_cast<double>(state.range(1));
-  w.difficultyLevel = state.range(2) == 0 ? 1 : 3;
-  w.allDiagonalsChoice = static_cast<int>(state.range(3));
+  builder->buildsquare(n, 1, 1);
+  const Square square = builder->square();
+  PuzzleSettings settings;
+  settings.mainLinesChoice = 1;
+  settings.blankTarget = static_cast<double>(state.range(1));
+  settings.difficultyLevel = state.range(2) == 0 ? Difficulty::Easy : Difficulty::Challenging;
+  settings.allDiagonalsChoice = static_cast<int>(state.range(3));
 
   long blanks = 0;
+  checks = 0;
   for (auto _ : state) {
-    w.squareNumbers = square;
-    session.platform.restartRandom();
-    w.makePuzzle();
-    blanks += w.rankCounter - 1;
+    builder->square() = square;
+    platform.restartRandom();
+    maker->makePuzzle(builder->square(), settings);
+    blanks += maker->rankCounter() - 1;
   }
   const auto perPuzzle = [&](double total) {
     return benchmark::Counter(total / static_cast<double>(state.iterations()));
   };
   state.counters["blanks"] = perPuzzle(static_cast<double>(blanks));
-  state.counters["checks"] = perPuzzle(static_cast<double>(session.w.checks));
+  state.counters["checks"] = perPuzzle(static_cast<double>(checks));
 }
 
-void BM_PuzzleFast(benchmark::State& state) { makePuzzles<MainWindow>(state); }
-void BM_PuzzleLiteral(benchmark::State& state) { makePuzzles<testing::LiteralWindow>(state); }
+void BM_PuzzleFast(benchmark::State& state) { makePuzzles<PuzzleBlanks>(state); }
+void BM_PuzzleLiteral(benchmark::State& state) { makePuzzles<testing::LiteralBlanks>(state); }
 
 void puzzleCases(benchmark::internal::Benchmark* b) {
   b->ArgNames({"n", "target", "challenging", "allDiagonals"})

@@ -19,8 +19,9 @@
 #include <string>
 
 #include "construction/progression.h"
+#include "construction/run_control.h"
+#include "construction/square_builder.h"
 #include "construction/window_state.h"
-#include "patterns/puzzle_blanks.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
 
@@ -110,19 +111,13 @@ class MainWindow : public MainForm, public WindowState {
   void startover_Click();
   void qplaying_Click();
 
-  // Thrown out of the loops of a run once the user has asked to abort; the
-  // run catches it and restores the main page. Never leaves a handler.
-  struct RunAborted {};
+  // What the running command and the handlers that run meanwhile share.
+  RunState runState() const { return run_.runState(); }
+  const RunControl::Selection& selection() const { return run_.selection; }
 
-  // Square construction. buildsquare = buildRanks (clear, start cell,
-  // mainsub2, fill) then assignNumbers; a run changes the starting number
-  // between the two for continuation squares.
-  void buildsquare();
-  void buildRanks();
-  void mainsub2();
-  void fillFromPattern();
-  void assignNumbers();
-  bool ranksAreComplete() const;  // checked by debug builds before the numbers
+  // The square of the run or practice in hand.
+  Square& square() { return builder_.square(); }
+  const Square& square() const { return builder_.square(); }
 
   // Square display.
   // The cell geometry of a run or a practice: numberChars, entryMaxLength,
@@ -130,41 +125,9 @@ class MainWindow : public MainForm, public WindowState {
   void prepareLayout(bool sizeEntryBox);
   void showsquare();
 
-  // Line finders: one step of the reserved line's walk, and of the walk of
-  // the line of lineType anchored at (cellX, cellY).
-  void findline1();
-  void findline2();
-  // The pattern families: trying to blank the cell through one of the
-  // family's lines, and scoring the family's lines for the cell.
-  void d1scross();
-  void d1scross2();
-  void d1scline();
-  void d1scline2();
-  void d2scross();
-  void d2scross2();
-  void d2scline();
-  void d2scline2();
-  // The dependency check: lineAccepted = 1 when blanking (cellX, cellY)
-  // through lineType keeps every blank solvable, and (cellX, cellY) as they
-  // were. The queue and the walk variables are not used.
-  virtual void makeblanks();
-  // The same check for the line a scoring attempt has chosen.
-  virtual void checkChosenLine();
-  // Whether the reserved line passes through (x, y).
-  bool reservedLineMeets(int x, int y);
-  // Turns the finished square into a puzzle of blankTarget blanks and one
-  // reserved line; rankCounter ends one above the number of blanks.
-  void makePuzzle();
-  // The continuation squares' extra blank: a cell of the reserved line in the
-  // top-left 5 by 5 corner.
-  void blankKeyCell();
-
  private:
   void openPage(Screen page);
   void showMainPage();
-  // Yield, then end the run if the user asked to abort meanwhile.
-  void yieldToUser();
-  int drawMoveKind();
 
   // What a creation run and a practice both start with: the pattern
   // families (5 by 5 only) from their check boxes, and the number boxes
@@ -192,25 +155,6 @@ class MainWindow : public MainForm, public WindowState {
   // The continuation phase's key square corner.
   void keepKeyCorner();
 
-  // Int(Rnd × count) + 1: a whole number from 1 to count.
-  int randomWhole(int count);
-  // The puzzle maker's steps.
-  struct LineWalk {
-    bool taken = false;  // the line already has a blank tied to it
-    int blanks = 0;      // blanks met before the walk ended
-  };
-  // Looks along the line of `type` anchored at the cell: whether it is taken
-  // and how many blanks it holds.
-  LineWalk walkLine(int type);
-  void tryFamily(int firstType, int choice);
-  void scoreFamily(int firstType, int choice);
-  bool tryLine(int type);
-  void scoreLine(int type, bool placed);
-  void markBlank(int type);
-  bool scanPass();
-  bool scanCell();
-  bool scoringAttempt();
-  int drawLineType();
   // Pages: place the square just drawn, print a full page and its answers.
   void placeOnPage();
   // The answer page of the page just printed, which ended at pageEnd.
@@ -238,11 +182,9 @@ class MainWindow : public MainForm, public WindowState {
   void wireEvents();
 
   Platform& platform_;
-  // The blanks as the maker knows them: kept up to date while it runs, read
-  // afresh from the grid when a check is made outside it.
-  PuzzleBlanks& currentBlanks();
-  PuzzleBlanks blanks_;
-  bool blanksLive_ = false;
+  RunControl run_{platform_};
+  SquareBuilder builder_{run_};
+  PuzzleMaker maker_{run_};
 };
 
 }  // namespace quill

@@ -17,24 +17,24 @@ void rewriteAsNumber(Control& box) { box.setText(numberText(valueOf(box))); }
 void takePairChoice(Control& onlyMain, Control& all, int& choice) {
   if (onlyMain.checked()) {
     all.setValue(0);
-    choice = 1;
+    choice = family::onlyMain;
   }
   if (all.checked()) {
     onlyMain.setValue(0);
-    choice = 2;
+    choice = family::all;
   }
 }
 
 }  // namespace
 
-void MainWindow::aprinting_Click() { runState = -1; }
+void MainWindow::aprinting_Click() { run_.setRunState(RunState::Abort); }
 
 void MainWindow::Command1_KeyDown(int keyCode, int /*shift*/) {
-  if (keyCode == keys::letterQ) runState = -1;
+  if (keyCode == keys::letterQ) run_.setRunState(RunState::Abort);
 }
 
 void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
-  if (keyCode == keys::letterQ) runState = -1;
+  if (keyCode == keys::letterQ) run_.setRunState(RunState::Abort);
 }
 
 std::string MainWindow::progressCaption() const {
@@ -48,15 +48,15 @@ std::string MainWindow::progressCaption() const {
 }
 
 void MainWindow::readPatternChoices() {
-  crossDiagonalChoice = 0;
-  crossLineChoice = 0;
-  scatteredCrossDiagonalChoice = 0;
-  scatteredCrossLineChoice = 0;
+  puzzle.crossDiagonalChoice = family::off;
+  puzzle.crossLineChoice = family::off;
+  puzzle.scatteredCrossDiagonalChoice = family::off;
+  puzzle.scatteredCrossLineChoice = family::off;
   if (squareSize == 5) {
-    takePairChoice(Check4, Check5, crossDiagonalChoice);
-    takePairChoice(Check6, Check7, crossLineChoice);
-    takePairChoice(Check8, Check9, scatteredCrossDiagonalChoice);
-    takePairChoice(Check10, Check11, scatteredCrossLineChoice);
+    takePairChoice(Check4, Check5, puzzle.crossDiagonalChoice);
+    takePairChoice(Check6, Check7, puzzle.crossLineChoice);
+    takePairChoice(Check8, Check9, puzzle.scatteredCrossDiagonalChoice);
+    takePairChoice(Check10, Check11, puzzle.scatteredCrossLineChoice);
   }
   pagePhase = 0;
 }
@@ -66,7 +66,7 @@ void MainWindow::Command1_Click() {
   readPatternChoices();
   mainsub1();
   try {
-    while (runState != -1 && !makeOneSquare()) {
+    while (run_.runState() != RunState::Abort && !makeOneSquare()) {
     }
   } catch (const RunAborted&) {
     // The square in hand is abandoned; pages already printed stay printed.
@@ -89,12 +89,12 @@ void MainWindow::readRunSettings(bool sizeEntryBox) {
   // and then the distance in force is kept.
   if (distance <= 0 && valueOf(Text5) <= 0) Text5.setText("1");
   if (valueOf(Text5) > 0) distance = valueOf(Text5);
-  runState = 0;
+  run_.setRunState(RunState::Idle);
   refreshTotals();
   surface().clear();
   prepareLayout(sizeEntryBox);
   if (valueOf(Text3) < 1) Text3.setText("1");
-  blankTarget = valueOf(Text3);
+  puzzle.blankTarget = valueOf(Text3);
   runDone = 0;
   runTotal = valueOf(Text1);
 }
@@ -123,9 +123,9 @@ void MainWindow::drawRandomStartNumber() {
     p *= 10;
   } while (numberText(p).size() <= static_cast<std::size_t>(entryMaxLength) && p < 1e15);
   const double room = p - (static_cast<double>(squareSize) * squareSize * distance + baseStartNumber);
-  startNumber = baseStartNumber + std::floor(platform_.random() * (room - 1));
+  startNumber = baseStartNumber + std::floor(run_.random() * (room - 1));
   const double allowed = valueOf(Text7);
-  if (allowed < room) startNumber = baseStartNumber + std::floor(platform_.random() * allowed);
+  if (allowed < room) startNumber = baseStartNumber + std::floor(run_.random() * allowed);
   firstStartNumber = startNumber;
 }
 
@@ -140,9 +140,7 @@ bool MainWindow::makeOneSquare() {
       firstStartNumber = startNumber;
     }
   }
-  buildRanks();
-  cursorX = 1;
-  cursorY = 1;
+  builder_.buildRanks(n);
   if (pagePhase == 1) startNumber = 1;
   if (pagePhase >= 2) {
     // Each continuation square starts at the next number of the key square's corner.
@@ -152,16 +150,15 @@ bool MainWindow::makeOneSquare() {
     }
     startNumber = keyRanks[keyColumn][keyRow] * distance + firstStartNumber;
   }
-  assignNumbers();
+  builder_.assignNumbers(startNumber, distance);
 
   showAnswers = 0;
   if (printChoice == 0) showsquare();
-  for (int type = 1; type <= 4; ++type) lineFailed[type] = 0;
   if (printChoice != 0) {
-    makePuzzle();
+    maker_.makePuzzle(square(), puzzle);
     showAnswers = 0;
     if (pagePhase == 1) keepKeyCorner();
-    if (pagePhase >= 2) blankKeyCell();
+    if (pagePhase >= 2) maker_.blankKeyCell(square());
     if (pagePhase != 1) showsquare();
   }
 
@@ -179,8 +176,8 @@ bool MainWindow::makeOneSquare() {
 void MainWindow::keepKeyCorner() {
   for (int c = 1; c <= 5; ++c) {
     for (int r = 1; r <= 5; ++r) {
-      keyNumbers[c][r] = squareNumbers[c][r];
-      keyRanks[c][r] = squareRanks[c][r];
+      keyNumbers[c][r] = square().squareNumbers[c][r];
+      keyRanks[c][r] = square().squareRanks[c][r];
     }
   }
   keyColumn = 0;

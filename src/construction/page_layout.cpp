@@ -12,15 +12,15 @@ void MainWindow::placeOnPage() {
     // Keep the puzzle and its answers where the square lies on the page.
     for (int y = 1; y <= n; ++y) {
       for (int x = 1; x <= n; ++x) {
-        pagePuzzle[placement.pageColumn + x - 1][placement.pageRow + y - 1] = squareNumbers[x][y];
-        pageAnswers[placement.pageColumn + x - 1][placement.pageRow + y - 1] = squareRanks[x][y];
+        pagePuzzle[placement.pageColumn + x - 1][placement.pageRow + y - 1] = square().squareNumbers[x][y];
+        pageAnswers[placement.pageColumn + x - 1][placement.pageRow + y - 1] = square().squareRanks[x][y];
       }
     }
   }
 
   pagePrinted = 0;
   if (pagePhase == 1) return;  // the key square is never placed
-  runState = 0;
+  run_.setRunState(RunState::Idle);
   placement = page::nextPlacement(placement, n, cellWidth);
   const bool lastOfRun = runDone + 1 == runTotal && pagePhase == 0;
   if (!page::pastBottom(placement, n) && !lastOfRun && pagePhase != 26) return;
@@ -51,17 +51,17 @@ void MainWindow::printAnswerPage(const page::Placement& pageEnd) {
   // The same squares at the same places, every cell filled, the former blanks shaded.
   placement = {};
   const auto cellAt = [&](int c, int r) {
-    const double puzzle = pagePuzzle[placement.pageColumn + c - 1][placement.pageRow + r - 1];
+    const double shown = pagePuzzle[placement.pageColumn + c - 1][placement.pageRow + r - 1];
     const double answer = pageAnswers[placement.pageColumn + c - 1][placement.pageRow + r - 1];
     CellLook look;
-    look.shaded = isBlank(puzzle) && highlightAnswers == 1;
+    look.shaded = isBlank(shown) && highlightAnswers == 1;
     look.shifted = holdsNegatives && answer >= 0;
     look.text = numberText(answer);
     return look;
   };
   const page::Tile whole{1, 1, n, n, 1, 1};
   for (;;) {
-    yieldToUser();
+    run_.yieldToUser();
     drawTile(placement, whole, cellAt);
     placement = page::nextPlacement(placement, n, cellWidth);
     const bool reachedPageEnd = placement.gridTop > pageEnd.gridTop ||

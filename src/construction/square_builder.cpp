@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cassert>
 
-#include "main_window.h"
+#include "construction/square_builder.h"
 #include "patterns/line_types.h"
 
 namespace quill {
@@ -20,24 +20,15 @@ constexpr Offset kSteps[5] = {{0, 0}, {1, 2}, {-1, 2}, {2, 1}, {-2, 1}};
 
 }  // namespace
 
-void MainWindow::yieldToUser() {
-  platform_.yield();
-  if (runState == -1) throw RunAborted{};
-}
-
-int MainWindow::drawMoveKind() {
-  int kind = randomWhole(2);
-  if (squareSize > 5) kind = randomWhole(4);
+int SquareBuilder::drawMoveKind() {
+  int kind = run_.randomWhole(2);
+  if (square_.n > 5) kind = run_.randomWhole(4);
   return kind;
 }
 
-void MainWindow::buildsquare() {
-  buildRanks();
-  assignNumbers();
-}
-
-void MainWindow::buildRanks() {
-  const int n = squareSize;
+void SquareBuilder::buildRanks(int n) {
+  square_.n = n;
+  auto& squareRanks = square_.squareRanks;
   // Clear: every cell unfilled, both pattern lines empty.
   for (int y = 1; y <= n; ++y) {
     for (int x = 1; x <= n; ++x) squareRanks[x][y] = kBlankMarker;
@@ -49,8 +40,8 @@ void MainWindow::buildRanks() {
   }
 
   // The start cell carries rank 1 on both lines.
-  cellX = randomWhole(n);
-  cellY = randomWhole(n);
+  cellX = run_.randomWhole(n);
+  cellY = run_.randomWhole(n);
   squareRanks[cellX][cellY] = 1;
   patternRank[1] = 1;
   patternX[1] = cellX;
@@ -63,17 +54,18 @@ void MainWindow::buildRanks() {
   fillFromPattern();
 }
 
-void MainWindow::mainsub2() {
-  const int n = squareSize;
+void SquareBuilder::mainsub2() {
+  const int n = square_.n;
+  auto& squareRanks = square_.squareRanks;
   const auto lineHolds = [&](int first, int last, double rank) {
     return std::find(patternRank.begin() + first, patternRank.begin() + last + 1, rank) !=
            patternRank.begin() + last + 1;
   };
   moveKind = drawMoveKind();
   while (rankCounter <= 2 * n) {
-    yieldToUser();
+    run_.yieldToUser();
     const int k = rankCounter;
-    drawnValue = randomWhole(n - 1) + 1;
+    drawnValue = run_.randomWhole(n - 1) + 1;
     if (k <= n) {
       // The first line: the ranks 2..n in random order.
       if (lineHolds(1, n, drawnValue)) continue;
@@ -111,11 +103,12 @@ void MainWindow::mainsub2() {
   cursorY = cellY = patternY[n + 1];
 }
 
-void MainWindow::fillFromPattern() {
-  const int n = squareSize;
+void SquareBuilder::fillFromPattern() {
+  const int n = square_.n;
+  auto& squareRanks = square_.squareRanks;
   const int cells = n * n;
   while (rankCounter <= cells) {
-    yieldToUser();
+    run_.yieldToUser();
     const int k = rankCounter;
     cellX = cursorX;
     cellY = cursorY;
@@ -144,8 +137,9 @@ void MainWindow::fillFromPattern() {
 
 // Whether the ranks form a complete magic square: every row, column and
 // broken diagonal in both directions sums to n(n²+1)/2.
-bool MainWindow::ranksAreComplete() const {
-  const int n = squareSize;
+bool SquareBuilder::ranksAreComplete() const {
+  const int n = square_.n;
+  const auto& squareRanks = square_.squareRanks;
   const double total = n * (static_cast<double>(n) * n + 1) / 2;
   for (int c = 0; c < n; ++c) {
     double row = 0, column = 0, down = 0, up = 0;
@@ -160,9 +154,11 @@ bool MainWindow::ranksAreComplete() const {
   return true;
 }
 
-void MainWindow::assignNumbers() {
+void SquareBuilder::assignNumbers(double startNumber, double distance) {
   assert(ranksAreComplete());
-  const int n = squareSize;
+  const int n = square_.n;
+  auto& squareNumbers = square_.squareNumbers;
+  auto& squareRanks = square_.squareRanks;
   for (int y = 1; y <= n; ++y) {
     for (int x = 1; x <= n; ++x) {
       const double number = (squareRanks[x][y] - 1) * distance + startNumber;

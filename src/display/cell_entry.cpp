@@ -9,6 +9,8 @@ namespace quill {
 void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y) {
   if (practiceActive != 1) return;
   const int n = squareSize;
+  int& originX = run_.selection.originX;
+  int& originY = run_.selection.originY;
   prevOriginX = originX;
   const int previousRow = originY;
 
@@ -40,7 +42,7 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
 
   // The hit cell is selected; only a blank of a puzzle in play takes entry.
   const bool beingBuilt = caption() == practiceCreationCaption();
-  if (beingBuilt || runState != 2 || !isBlank(squareNumbers[originX][originY])) return;
+  if (beingBuilt || run_.runState() != RunState::Puzzle || !isBlank(square().squareNumbers[originX][originY])) return;
   Text6.setText("");
   Text6.setPixelPosition(cursorX, cursorY);
   Text6.setVisible(true);
@@ -50,9 +52,10 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
 
 void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
   if (keyCode != keys::enter) return;
+  const auto [originX, originY] = run_.selection;
   const std::string typed = Text6.text();
   const double value = numericValue(typed);
-  const double answer = squareRanks[originX][originY];
+  const double answer = square().squareRanks[originX][originY];
 
   if (value != answer) {
     // Only a number counts as a try: "0" or anything whose value is not 0.
@@ -64,7 +67,7 @@ void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
     return;
   }
 
-  squareNumbers[originX][originY] = answer;
+  square().squareNumbers[originX][originY] = answer;
   const int shift = progression().holdsNegatives() && answer >= 0 ? 3 : 0;
   const auto left = static_cast<float>(cursorX + shift - 1);
   const auto top = static_cast<float>(cursorY + 3);

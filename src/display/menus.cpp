@@ -38,27 +38,27 @@ void MainWindow::nhighlighted_Click() {
 }
 
 void MainWindow::easy_Click() {
-  difficultyLevel = 1;
+  puzzle.difficultyLevel = Difficulty::Easy;
   easy.setChecked(true);
   challenging.setChecked(false);
 }
 
 void MainWindow::challenging_Click() {
-  difficultyLevel = 3;
+  puzzle.difficultyLevel = Difficulty::Challenging;
   easy.setChecked(false);
   challenging.setChecked(true);
 }
 
-// Requests to the practice loop: -7 drops the puzzle for a new one, -1 ends it.
-void MainWindow::newsquare_Click() { runState = -7; }
+// Requests to the practice loop.
+void MainWindow::newsquare_Click() { run_.setRunState(RunState::NewSquare); }
 
 void MainWindow::startover_Click() {
-  runState = -7;
+  run_.setRunState(RunState::NewSquare);
   correctCount = 0;
   incorrectCount = 0;
   runDone = 0;
 }
 
-void MainWindow::qplaying_Click() { runState = -1; }
+void MainWindow::qplaying_Click() { run_.setRunState(RunState::Abort); }
 
 }  // namespace quill

@@ -35,7 +35,7 @@ void MainWindow::Command4_Click() {
   try {
     for (;;) {
       playOnePuzzle();
-      if (runState == -1) break;
+      if (run_.runState() == RunState::Abort) break;
       // Solved, or dropped for a new one: wiped at once, answers unseen.
       Text6.setAvailable(false);
       placement = {};
@@ -44,8 +44,8 @@ void MainWindow::Command4_Click() {
       cursorX = 1;
       cursorY = 1;
       showAnswers = 1;
-      if (runState != -7) ++runDone;
-      runState = 0;
+      if (run_.runState() != RunState::NewSquare) ++runDone;
+      run_.setRunState(RunState::Idle);
       showScore();
     }
   } catch (const RunAborted&) {
@@ -77,17 +77,19 @@ void MainWindow::playOnePuzzle() {
   // cell width found at the start fits every puzzle.
   if (Check1.value() == 1) drawRandomStartNumber();
   setCaption(practiceCreationCaption());
-  buildsquare();
+  builder_.buildsquare(squareSize, startNumber, distance);
   showAnswers = 0;
-  makePuzzle();
+  maker_.makePuzzle(square(), puzzle);
   showAnswers = 0;
   showsquare();
-  blanksLeft = rankCounter;
+  blanksLeft = maker_.rankCounter();
   showScore();
 
   // Wait for the last blank, a new square or the end, asleep between events.
   platform_.yield();
-  while (runState != -1 && blanksLeft != 1 && runState != -7) platform_.waitForEvents();
+  while (run_.runState() != RunState::Abort && blanksLeft != 1 && run_.runState() != RunState::NewSquare) {
+    platform_.waitForEvents();
+  }
 }
 
 void MainWindow::endPractice() {

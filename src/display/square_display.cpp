@@ -65,14 +65,14 @@ void MainWindow::showsquare() {
   const bool holdsNegatives = progression().holdsNegatives();
   const bool shading = printChoice != 0 && showAnswers == 1 && highlightAnswers == 1;
   const auto cellAt = [&](int x, int y) {
-    const double puzzle = squareNumbers[x][y];
+    const double shown = square().squareNumbers[x][y];
     CellLook look;
-    look.shaded = shading && isBlank(puzzle);
-    look.shifted = holdsNegatives && puzzle >= 0;  // a blank's marker counts as non-negative
+    look.shaded = shading && isBlank(shown);
+    look.shifted = holdsNegatives && shown >= 0;  // a blank's marker counts as non-negative
     if (showAnswers == 1) {
-      look.text = numberText(squareRanks[x][y]);
-    } else if (!isBlank(puzzle)) {
-      look.text = numberText(puzzle);
+      look.text = numberText(square().squareRanks[x][y]);
+    } else if (!isBlank(shown)) {
+      look.text = numberText(shown);
     }
     return look;
   };

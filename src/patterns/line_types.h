@@ -10,6 +10,8 @@
 
 namespace quill {
 
+constexpr int kLineTypes = 24;
+
 struct Offset {
   int dx, dy;
 };
@@ -39,6 +41,11 @@ constexpr int straightLineNumber(int type, int x, int y, int n) {
       return (x - y + n) % n;
   }
 }
+
+// A cell of the square, (column, row) from 1.
+struct Position {
+  int x, y;
+};
 
 // The step of a straight line, types 1..4.
 constexpr std::array<Offset, 5> kStraightStep = {{{0, 0}, {1, 0}, {0, 1}, {1, -1}, {1, 1}}};
@@ -91,6 +98,18 @@ constexpr bool insidePlacement(int type, int x, int y, int n) {
     if (!inside(x + o.dx) || !inside(y + o.dy)) return false;
   }
   return true;
+}
+
+// One step of the walk along the line of `type` anchored at `anchor`, from
+// `at`; lineStep counts the steps taken so far. A straight line moves by its
+// step; a pattern goes to its next cell and, after the fourth, back to the
+// anchor. The result is not wrapped.
+constexpr Position stepAlong(int type, Position anchor, Position at, int lineStep) {
+  if (isStraight(type)) return {at.x + kStraightStep[type].dx, at.y + kStraightStep[type].dy};
+  if (!isPattern(type) || lineStep > 4) return at;
+  if (lineStep == 4) return anchor;
+  const Offset cell = kPatternCells[type][lineStep];
+  return {anchor.x + cell.dx, anchor.y + cell.dy};
 }
 
 // The pattern families: their first line type and the family's number in the

@@ -15,7 +15,7 @@
 #include <span>
 #include <vector>
 
-#include "construction/window_state.h"
+#include "construction/square.h"
 
 namespace quill {
 

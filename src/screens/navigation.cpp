@@ -5,13 +5,13 @@ namespace quill {
 
 void MainWindow::Form_Activate() {
   pagePhase = 0;
-  difficultyLevel = 3;
-  mainLinesChoice = 1;
-  allDiagonalsChoice = 0;
-  crossDiagonalChoice = 0;
-  crossLineChoice = 0;
-  scatteredCrossDiagonalChoice = 0;
-  scatteredCrossLineChoice = 0;
+  puzzle.difficultyLevel = Difficulty::Challenging;
+  puzzle.mainLinesChoice = 1;
+  puzzle.allDiagonalsChoice = 0;
+  puzzle.crossDiagonalChoice = family::off;
+  puzzle.crossLineChoice = family::off;
+  puzzle.scatteredCrossDiagonalChoice = family::off;
+  puzzle.scatteredCrossLineChoice = family::off;
   practiceActive = 0;
   highlightAnswers = 1;
   options1.setVisible(false);
@@ -23,9 +23,9 @@ void MainWindow::Form_Activate() {
   runDone = 0;
   platform_.seedRandom(platform_.secondsSinceMidnight());
   printChoice = 2;
-  difficultyLevel = 3;
-  blankTarget = 100;
-  allDiagonalsChoice = 0;
+  puzzle.difficultyLevel = Difficulty::Challenging;
+  puzzle.blankTarget = 100;
+  puzzle.allDiagonalsChoice = 0;
 }
 
 void MainWindow::quit_Click() { platform_.endProgram(); }
@@ -40,7 +40,7 @@ void MainWindow::Command6_Click() {
   // At least the ordinary lines and main diagonals stay allowed.
   if (!Check2.checked() && !Check3.checked()) {
     Check2.setValue(1);
-    mainLinesChoice = 1;
+    puzzle.mainLinesChoice = 1;
   }
   showMainPage();
 }

@@ -136,7 +136,7 @@ TEST_F(CreationRun, UnusableInputsAreCorrectedOnThePage) {
   EXPECT_EQ(w.Text5.text(), "1");
   EXPECT_EQ(w.distance, 1);
   EXPECT_EQ(w.Text3.text(), "1");
-  EXPECT_EQ(w.blankTarget, 1);
+  EXPECT_EQ(w.puzzle.blankTarget, 1);
   EXPECT_EQ(w.Text7.text(), "2");
 
   // A negative text without a key release keeps the distance in force.
@@ -173,7 +173,7 @@ TEST_F(CreationRun, PatternFamiliesAreOnlyForFiveByFive) {
   w.Command6.userClick();
   std::vector<int> seen;
   platform.onYield = [&](int count) {
-    if (count == 1) seen = {w.crossDiagonalChoice, w.crossLineChoice};
+    if (count == 1) seen = {w.puzzle.crossDiagonalChoice, w.puzzle.crossLineChoice};
   };
   run();
   EXPECT_EQ(seen, (std::vector<int>{1, 2}));

@@ -8,35 +8,37 @@
 #include <vector>
 
 #include "support/magic.h"
-#include "support/window_fixture.h"
+#include "construction/square_builder.h"
+#include "support/fake_platform.h"
 
 namespace quill::testing {
 namespace {
 
-void build(MainWindow& w, int n, double start, double distance) {
-  w.squareSize = n;
-  w.startNumber = start;
-  w.distance = distance;
-  w.runState = 0;
-  w.buildsquare();
-}
+// A square builder on a fake platform of its own.
+struct Builder {
+  explicit Builder(std::uint64_t seed = 1) : platform(seed) {}
+  FakePlatform platform;
+  RunControl run{platform};
+  SquareBuilder builder{run};
+  const SquareGrid& numbers() const { return builder.square().squareNumbers; }
+};
 
 // The square's numbers, row by row.
-Rows rowsOf(const MainWindow& w, int n) {
+Rows rowsOf(const Builder& b, int n) {
   Rows rows(static_cast<std::size_t>(n));
   for (int y = 1; y <= n; ++y) {
-    for (int x = 1; x <= n; ++x) rows[y - 1].push_back(w.squareNumbers[x][y]);
+    for (int x = 1; x <= n; ++x) rows[y - 1].push_back(b.numbers()[x][y]);
   }
   return rows;
 }
 
 // Each number of the progression exactly once, and the answer copy equal to it.
-void expectProgression(const MainWindow& w, int n, double start, double distance) {
+void expectProgression(const Builder& b, int n, double start, double distance) {
   std::vector<double> numbers, expected;
   for (int y = 1; y <= n; ++y) {
     for (int x = 1; x <= n; ++x) {
-      numbers.push_back(w.squareNumbers[x][y]);
-      ASSERT_EQ(w.squareRanks[x][y], w.squareNumbers[x][y]);
+      numbers.push_back(b.numbers()[x][y]);
+      ASSERT_EQ(b.builder.square().squareRanks[x][y], b.numbers()[x][y]);
     }
   }
   for (int i = 0; i < n * n; ++i) expected.push_back(i * distance + start);
@@ -47,59 +49,74 @@ void expectProgression(const MainWindow& w, int n, double start, double distance
 
 constexpr std::array<std::array<int, 2>, 5> kStep = {{{0, 0}, {1, 2}, {-1, 2}, {2, 1}, {-2, 1}}};
 
-// The cell start + a·u + b·w holds rank V1[a] + V2[b] − 1.
-void expectClosedForm(const MainWindow& w, int n) {
-  const auto& u = kStep[w.previousMoveKind];
-  const auto& v = kStep[w.moveKind];
-  for (int a = 0; a < n; ++a) {
-    for (int b = 0; b < n; ++b) {
-      const int x = ((w.patternX[1] - 1 + a * u[0] + b * v[0]) % n + n) % n + 1;
-      const int y = ((w.patternY[1] - 1 + a * u[1] + b * v[1]) % n + n) % n + 1;
-      ASSERT_EQ(w.squareNumbers[x][y], w.patternRank[1 + a] + w.patternRank[n + 1 + b] - 1)
-          << "a=" << a << " b=" << b;
+// The step kinds (u, w) of the two pattern lines of a square of 1..n²: with S
+// the cell of 1, the first line S + a·u holds 1..n, and every cell
+// S + a·u + b·w holds the sum of the two lines' numbers at a and b, less 1.
+// (0, 0) when no pair of kinds gives the square.
+std::pair<int, int> closedFormKinds(const Builder& b, int n) {
+  const SquareGrid& r = b.numbers();
+  int sx = 0, sy = 0;
+  for (int x = 1; x <= n; ++x) {
+    for (int y = 1; y <= n; ++y) {
+      if (r[x][y] == 1) sx = x, sy = y;
     }
   }
+  const auto at = [&](int a, int u, int bb, int w) {
+    const int x = ((sx - 1 + a * kStep[u][0] + bb * kStep[w][0]) % n + n) % n + 1;
+    const int y = ((sy - 1 + a * kStep[u][1] + bb * kStep[w][1]) % n + n) % n + 1;
+    return r[x][y];
+  };
+  for (int u = 1; u <= 4; ++u) {
+    for (int w = 1; w <= 4; ++w) {
+      bool holds = u != w;
+      for (int a = 0; a < n && holds; ++a) {
+        holds = at(a, u, 0, w) <= n;
+        for (int bb = 0; bb < n && holds; ++bb) holds = at(a, u, bb, w) == at(a, u, 0, w) + at(0, u, bb, w) - 1;
+      }
+      if (holds) return {u, w};
+    }
+  }
+  return {0, 0};
 }
 
-class SquareBuilder : public WindowTest {};
-
-TEST_F(SquareBuilder, EveryPrimeSizeAndEveryPairOfStepKindsIsCompleteAndMatchesTheClosedForm) {
+TEST(SquareBuilder, EveryPrimeSizeAndEveryPairOfStepKindsIsCompleteAndMatchesTheClosedForm) {
+  Builder b;
   for (const int n : primeSizes()) {
     SCOPED_TRACE(n);
     std::set<std::pair<int, int>> kindPairs;
     const std::size_t allPairs = n == 5 ? 2 : 12;
     for (int square = 0; square < 80 && kindPairs.size() < allPairs; ++square) {
-      build(w, n, 1, 1);
-      kindPairs.emplace(w.previousMoveKind, w.moveKind);
-      ASSERT_NE(w.previousMoveKind, w.moveKind);
-      expectProgression(w, n, 1, 1);
-      expectCompleteMagic(rowsOf(w, n), n * (n * n + 1) / 2.0);
-      expectClosedForm(w, n);
+      b.builder.buildsquare(n, 1, 1);
+      expectProgression(b, n, 1, 1);
+      expectCompleteMagic(rowsOf(b, n), n * (n * n + 1) / 2.0);
+      const auto kinds = closedFormKinds(b, n);
+      ASSERT_NE(kinds.first, 0);
+      kindPairs.insert(kinds);
     }
     EXPECT_EQ(kindPairs.size(), allPairs);
   }
 }
 
-TEST_F(SquareBuilder, StartAndDistanceSetTheProgression) {
+TEST(SquareBuilder, StartAndDistanceSetTheProgression) {
   struct Case {
     double start, distance;
   };
+  Builder b;
   for (const Case c : {Case{10, 3}, Case{2.5, 1}, Case{100, -7}, Case{-40, 0.5}, Case{6, 0}}) {
     for (const int n : {5, 7, 13}) {
-      build(w, n, c.start, c.distance);
+      b.builder.buildsquare(n, c.start, c.distance);
       SCOPED_TRACE(::testing::Message() << n << " " << c.start << " " << c.distance);
-      expectProgression(w, n, c.start, c.distance);
-      expectCompleteMagic(rowsOf(w, n), n * c.start + c.distance * n * (n * n - 1) / 2.0);
-      if (c.start == 2.5) {
-        EXPECT_EQ(w.squareNumbers[1][1] - static_cast<int>(w.squareNumbers[1][1]), 0.5);
-      }
+      expectProgression(b, n, c.start, c.distance);
+      expectCompleteMagic(rowsOf(b, n), n * c.start + c.distance * n * (n * n - 1) / 2.0);
     }
   }
 }
 
 // For 5 by 5: 25 start cells, 24 orders of each line and 2 orders of the step
 // kinds, fed draw by draw, give 28,800 different squares from 12 draws each.
-TEST_F(SquareBuilder, AllFiveByFiveDrawCombinationsGiveDifferentSquares) {
+TEST(SquareBuilder, AllFiveByFiveDrawCombinationsGiveDifferentSquares) {
+  Builder b;
+  FakePlatform& platform = b.platform;
   std::array<int, 4> firstOrder{2, 3, 4, 5};
   std::vector<std::array<int, 4>> orders;
   do {
@@ -118,10 +135,10 @@ TEST_F(SquareBuilder, AllFiveByFiveDrawCombinationsGiveDifferentSquares) {
           script.push_back(uniform(2 - firstKind, 2));
           for (const int v : second) script.push_back(uniform(v - 2, 4));
           platform.randomCount = 0;
-          build(w, 5, 1, 1);
+          b.builder.buildsquare(5, 1, 1);
           ASSERT_EQ(platform.randomCount, 12);
           std::array<double, 25> square{};
-          for (int i = 0; i < 25; ++i) square[i] = w.squareNumbers[i % 5 + 1][i / 5 + 1];
+          for (int i = 0; i < 25; ++i) square[i] = b.numbers()[i % 5 + 1][i / 5 + 1];
           squares.insert(square);
         }
       }
@@ -130,14 +147,16 @@ TEST_F(SquareBuilder, AllFiveByFiveDrawCombinationsGiveDifferentSquares) {
   EXPECT_EQ(squares.size(), 28800u);
 }
 
-TEST_F(SquareBuilder, AnAbortEndsTheConstructionAtTheNextYield) {
+TEST(SquareBuilder, AnAbortEndsTheConstructionAtTheNextYield) {
+  Builder b;
   for (const int abortAt : {1, 5, 30}) {
-    platform.yieldCount = 0;
-    platform.onYield = [&](int count) {
-      if (count == abortAt) w.runState = -1;
+    b.platform.yieldCount = 0;
+    b.run.setRunState(RunState::Idle);
+    b.platform.onYield = [&](int count) {
+      if (count == abortAt) b.run.setRunState(RunState::Abort);
     };
-    EXPECT_THROW(build(w, 7, 1, 1), MainWindow::RunAborted);
-    EXPECT_EQ(platform.yieldCount, abortAt);
+    EXPECT_THROW(b.builder.buildsquare(7, 1, 1), RunAborted);
+    EXPECT_EQ(b.platform.yieldCount, abortAt);
   }
 }
 

@@ -37,13 +37,18 @@ TEST_F(Menus, EachGroupKeepsOneMarkAndItsValue) {
       {w.panswers, w.printChoice, 0, print, "X.."},          {w.ppuzzles, w.printChoice, 1, print, ".X."},
       {w.pboth, w.printChoice, 2, print, "..X"},             {w.ppuzzles, w.printChoice, 1, print, ".X."},
       {w.nhighlighted, w.highlightAnswers, 0, highlight, ".X"}, {w.highlighted, w.highlightAnswers, 1, highlight, "X."},
-      {w.easy, w.difficultyLevel, 1, difficulty, "X."},      {w.challenging, w.difficultyLevel, 3, difficulty, ".X"},
   };
   for (const Case& c : cases) {
     c.item.userClick();
     EXPECT_EQ(c.value, c.expected) << c.item.caption();
     EXPECT_EQ(marks(c.group), c.marks) << c.item.caption();
   }
+  w.easy.userClick();
+  EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Easy);
+  EXPECT_EQ(marks(difficulty), "X.");
+  w.challenging.userClick();
+  EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Challenging);
+  EXPECT_EQ(marks(difficulty), ".X");
 }
 
 TEST_F(Menus, PracticeRequests) {
@@ -51,13 +56,13 @@ TEST_F(Menus, PracticeRequests) {
   w.incorrectCount = 2;
   w.runDone = 3;
   w.newsquare_Click();
-  EXPECT_EQ(w.runState, -7);
+  EXPECT_EQ(w.runState(), RunState::NewSquare);
   EXPECT_EQ(w.correctCount, 4);
   w.startover_Click();
-  EXPECT_EQ(w.runState, -7);
+  EXPECT_EQ(w.runState(), RunState::NewSquare);
   EXPECT_EQ(w.correctCount + w.incorrectCount + w.runDone, 0);
   w.qplaying_Click();
-  EXPECT_EQ(w.runState, -1);
+  EXPECT_EQ(w.runState(), RunState::Abort);
 }
 
 }  // namespace

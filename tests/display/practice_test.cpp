@@ -27,12 +27,12 @@ class Practice : public WindowTest {
  protected:
   Practice() { retype(w.Text3, "4"); }
 
-  bool playing() const { return w.caption().rfind("Number of", 0) == 0 && w.runState == 2; }
+  bool playing() const { return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle; }
   std::vector<Cell> blanks() const {
     std::vector<Cell> cells;
     for (int y = 1; y <= w.squareSize; ++y) {
       for (int x = 1; x <= w.squareSize; ++x) {
-        if (isBlank(w.squareNumbers[x][y])) cells.emplace_back(x, y);
+        if (isBlank(w.square().squareNumbers[x][y])) cells.emplace_back(x, y);
       }
     }
     return cells;
@@ -46,7 +46,7 @@ class Practice : public WindowTest {
     w.Text6.userEdit(text);
     w.Text6.userKeyDown(keys::enter);
   }
-  std::string answerAt(Cell cell) const { return numberText(w.squareRanks[cell.first][cell.second]); }
+  std::string answerAt(Cell cell) const { return numberText(w.square().squareRanks[cell.first][cell.second]); }
   // Plays `step` at every yield while a puzzle is in play; records each new caption.
   void practise(const std::function<void()>& step) {
     platform.onYield = [this, step](int) {
@@ -98,8 +98,8 @@ TEST_F(Practice, OnlyNumbersCountAsWrongTries) {
   retype(w.text4, "-12");
   practise([&] {
     Cell cell = blanks().front();
-    if (w.squareRanks[cell.first][cell.second] == 0) cell = blanks().back();
-    const double answer = w.squareRanks[cell.first][cell.second];
+    if (w.square().squareRanks[cell.first][cell.second] == 0) cell = blanks().back();
+    const double answer = w.square().squareRanks[cell.first][cell.second];
     click(cell);
     enter(numberText(answer + 1));  // wrong
     EXPECT_EQ(w.caption(), score(0, 0, 1));
@@ -116,11 +116,11 @@ TEST_F(Practice, OnlyNumbersCountAsWrongTries) {
     Cell zero;
     for (int x = 1; x <= 5; ++x) {
       for (int y = 1; y <= 5; ++y) {
-        if (w.squareRanks[x][y] == 0) zero = {x, y};
+        if (w.square().squareRanks[x][y] == 0) zero = {x, y};
       }
     }
-    if (!isBlank(w.squareNumbers[zero.first][zero.second])) {
-      w.squareNumbers[zero.first][zero.second] = 1e200;
+    if (!isBlank(w.square().squareNumbers[zero.first][zero.second])) {
+      w.square().squareNumbers[zero.first][zero.second] = 1e200;
       ++w.blanksLeft;
     }
     click(zero);
@@ -156,10 +156,10 @@ TEST_F(Practice, ClicksSelectCellsButOnlyBlanksOpenTheBox) {
   practise([&] {
     const Cell blank = blanks().front();
     Cell given{1, 1};
-    while (isBlank(w.squareNumbers[given.first][given.second])) ++given.first;
+    while (isBlank(w.square().squareNumbers[given.first][given.second])) ++given.first;
     click(given);
     EXPECT_FALSE(w.Text6.visible());
-    EXPECT_EQ(Cell(w.originX, w.originY), given);
+    EXPECT_EQ(Cell(w.selection().originX, w.selection().originY), given);
     click(blank);
     const int boxLeft = w.Text6.rect().left;
     click(blank);  // the same cell again: nothing changes
@@ -168,7 +168,7 @@ TEST_F(Practice, ClicksSelectCellsButOnlyBlanksOpenTheBox) {
     EXPECT_EQ(w.Text6.text(), "1");
     EXPECT_EQ(w.Text6.rect().left, boxLeft);
     w.userMouseDown(1, 0, 700, 500);  // outside the grid
-    EXPECT_EQ(Cell(w.originX, w.originY), given);
+    EXPECT_EQ(Cell(w.selection().originX, w.selection().originY), given);
     enter(answerAt(given));
     EXPECT_EQ(w.correctCount, 1);
     w.qplaying.userClick();
@@ -177,8 +177,8 @@ TEST_F(Practice, ClicksSelectCellsButOnlyBlanksOpenTheBox) {
 
 TEST_F(Practice, ClicksWhileBuildingOpenNoBox) {
   platform.onYield = [&](int) {
-    if (w.caption() != "Creating (5 by 5) Complete Magic Square (with blanks)") return;
-    w.runState = 2;
+    const bool building = w.caption() == "Creating (5 by 5) Complete Magic Square (with blanks)";
+    if (!building || w.runState() != RunState::Puzzle) return;
     for (int x = 1; x <= 5; ++x) click({x, 3});
     EXPECT_FALSE(w.Text6.visible());
     w.qplaying.userClick();
@@ -214,7 +214,7 @@ TEST_F(Practice, QuittingAtAnyYieldRestoresTheMainPage) {
       ASSERT_EQ(w.caption(), "Quillion");
       ASSERT_FALSE(w.Label19.visible());
       ASSERT_TRUE(w.surface().ops().empty());
-      ASSERT_EQ(w.runState, -1);
+      ASSERT_EQ(w.runState(), RunState::Abort);
     }
   }
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "construction/square_builder.h"
 #include "platform/number_text.h"
 #include "support/drawing.h"
 #include "support/window_fixture.h"
@@ -19,8 +20,11 @@ class SquareDisplay : public WindowTest {
     w.squareSize = n;
     w.startNumber = start;
     w.distance = distance;
-    w.runState = 0;
-    w.buildsquare();
+    FakePlatform quiet;
+    RunControl run(quiet);
+    auto builder = std::make_unique<SquareBuilder>(run);
+    builder->buildsquare(n, start, distance);
+    w.square() = builder->square();
     w.prepareLayout(false);
     w.placement = {};
   }
@@ -71,11 +75,11 @@ TEST_F(SquareDisplay, AFiveByFiveSquareOnTheSurface) {
   }
   EXPECT_EQ(vertical, 6);
   EXPECT_EQ(horizontal, 6);
-  const DrawOp* topLeft = textOf(w.squareNumbers[1][1]);
+  const DrawOp* topLeft = textOf(w.square().squareNumbers[1][1]);
   ASSERT_NE(topLeft, nullptr);
   EXPECT_EQ(topLeft->x1, 10);
   EXPECT_EQ(topLeft->y1, 11);
-  const DrawOp* bottomRight = textOf(w.squareNumbers[5][5]);
+  const DrawOp* bottomRight = textOf(w.square().squareNumbers[5][5]);
   EXPECT_EQ(bottomRight->x1, 10 + 4 * 24);
   EXPECT_EQ(bottomRight->y1, 11 + 4 * 18);
   EXPECT_EQ(cellTexts(ops()).size(), 25u);
@@ -87,7 +91,7 @@ TEST_F(SquareDisplay, NonNegativeNumbersStandClearOfTheMinusSigns) {
   w.showsquare();
   for (int y = 1; y <= 5; ++y) {
     for (int x = 1; x <= 5; ++x) {
-      const double number = w.squareNumbers[x][y];
+      const double number = w.square().squareNumbers[x][y];
       const DrawOp* text = textOf(number);
       ASSERT_NE(text, nullptr) << number;
       EXPECT_EQ(text->x1, 8 + (x - 1) * 24 + (number >= 0 ? 5 : 2)) << number;
@@ -97,8 +101,8 @@ TEST_F(SquareDisplay, NonNegativeNumbersStandClearOfTheMinusSigns) {
 
 TEST_F(SquareDisplay, BlanksAreEmptyInThePuzzleAndShadedInTheAnswers) {
   buildAndPrepare(7, 1, 1);
-  const double answer = w.squareRanks[2][3];
-  w.squareNumbers[2][3] = kBlankMarker;
+  const double answer = w.square().squareRanks[2][3];
+  w.square().squareNumbers[2][3] = kBlankMarker;
   const float cellLeft = 8 + 24, cellTop = 8 + 2 * 18;
   const auto shaded = [&] {
     return std::any_of(ops().begin(), ops().end(), [&](const DrawOp& op) {

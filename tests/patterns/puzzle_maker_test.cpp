@@ -1,79 +1,72 @@
 // The dependency check and the puzzle maker: the chain of dependencies, the
-// fast check against the literal one, and what every puzzle must be:
-// solvable blank by blank, each blank through a line of constant sum, the
-// reserved line whole, and as many blanks as asked.
+// fast check and maker against the literal ones, and what every puzzle must
+// be: solvable blank by blank, each blank through a line of constant sum,
+// the reserved line whole, and as many blanks as asked.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "construction/square_builder.h"
 #include "patterns/line_types.h"
-#include "support/literal_window.h"
+#include "support/fake_platform.h"
+#include "support/literal_blanks.h"
 #include "support/magic.h"
-#include "support/window_fixture.h"
 
 namespace quill::testing {
 namespace {
 
 using Cell = std::pair<int, int>;
 
-// A window of either kind on a fake platform of its own.
-template <class Window>
+// A maker of either kind, with a square builder, on a fake platform of its own.
+template <class Maker>
 struct Session {
-  explicit Session(std::uint64_t seed) : platform(seed), window(std::make_unique<Window>(platform)), w(*window) {
-    platform.attach(window.get());
-    w.userActivate();
-  }
+  explicit Session(std::uint64_t seed = 1) : platform(seed) {}
   FakePlatform platform;
-  std::unique_ptr<Window> window;
-  Window& w;
+  RunControl run{platform};
+  SquareBuilder builder{run};
+  Maker maker{run};
+  Square& square() { return builder.square(); }
+  SquareGrid& numbers() { return builder.square().squareNumbers; }
+  void build(int n) { builder.buildsquare(n, 1, 1); }
 };
+template <class Maker>
+std::unique_ptr<Session<Maker>> session(std::uint64_t seed = 1) {
+  return std::make_unique<Session<Maker>>(seed);
+}
 
 struct Options {
   int n = 7;
-  double target = 10;
-  int difficulty = 3;
-  int mainLines = 1;
-  int allDiagonals = 0;
-  std::array<int, 4> families{};  // cross-diagonal, scattered cross-diagonal, cross-line, scattered cross-line
+  PuzzleSettings settings;
 };
 
-// Options drawn from a seed: families only for 5 by 5, as a run sets them.
+// Options drawn from a seed: families only for 5 by 5, as a run sets them;
+// one target in eight fractional.
 Options drawOptions(std::uint64_t seed, int n) {
   RandomSource random(seed * 7919 + static_cast<std::uint64_t>(n));
   const auto pick = [&](int count) { return static_cast<int>(random.next() * count); };
   Options o;
+  PuzzleSettings& s = o.settings;
   o.n = n;
-  o.target = 1 + pick(n * n / (1 + pick(4))) + (pick(8) == 0 ? 0.5 : 0);
-  o.difficulty = pick(2) == 0 ? 1 : 3;
-  o.mainLines = pick(4) == 0 ? 0 : 1;
-  o.allDiagonals = pick(2);
+  s.blankTarget = 1 + pick(n * n / (1 + pick(4))) + (pick(8) == 0 ? 0.5 : 0);
+  s.difficultyLevel = pick(2) == 0 ? Difficulty::Easy : Difficulty::Challenging;
+  s.mainLinesChoice = pick(4) == 0 ? 0 : 1;
+  s.allDiagonalsChoice = pick(2);
   if (n == 5) {
-    for (int& family : o.families) family = pick(3);
+    for (int* family : {&s.crossDiagonalChoice, &s.scatteredCrossDiagonalChoice, &s.crossLineChoice,
+                        &s.scatteredCrossLineChoice}) {
+      *family = pick(3);
+    }
   }
   return o;
 }
 
-void buildSquare(MainWindow& w, int n) {
-  w.squareSize = n;
-  w.startNumber = 1;
-  w.distance = 1;
-  w.runState = 0;
-  w.buildsquare();
-}
-
-void makePuzzle(MainWindow& w, const Options& o) {
-  buildSquare(w, o.n);
-  w.blankTarget = o.target;
-  w.difficultyLevel = o.difficulty;
-  w.mainLinesChoice = o.mainLines;
-  w.allDiagonalsChoice = o.allDiagonals;
-  w.crossDiagonalChoice = o.families[0];
-  w.scatteredCrossDiagonalChoice = o.families[1];
-  w.crossLineChoice = o.families[2];
-  w.scatteredCrossLineChoice = o.families[3];
-  w.makePuzzle();
+template <class Maker>
+void makePuzzle(Session<Maker>& s, const Options& o) {
+  s.build(o.n);
+  s.maker.makePuzzle(s.square(), o.settings);
 }
 
 // The cells of a line, anchor first, straight from the table.
@@ -89,151 +82,116 @@ std::vector<Cell> lineCells(int n, int type, Cell anchor) {
   return cells;
 }
 
-int countBlanks(const MainWindow& w) {
-  int blanks = 0;
-  for (int x = 1; x <= w.squareSize; ++x) {
-    for (int y = 1; y <= w.squareSize; ++y) blanks += isBlank(w.squareNumbers[x][y]) ? 1 : 0;
+std::vector<Cell> blanksOf(const Square& square) {
+  std::vector<Cell> blanks;
+  for (int x = 1; x <= square.n; ++x) {
+    for (int y = 1; y <= square.n; ++y) {
+      if (isBlank(square.squareNumbers[x][y])) blanks.emplace_back(x, y);
+    }
   }
   return blanks;
 }
 
 // Fills, again and again, a blank whose own line has all its other cells
 // known, as the line's total minus their sum, which must be its answer.
-void expectSolvable(const MainWindow& w) {
-  const int n = w.squareSize;
+void expectSolvable(const Square& square) {
+  const int n = square.n;
   double total = 0;
-  for (int x = 1; x <= n; ++x) total += w.squareRanks[x][1];
-  SquareGrid puzzle = w.squareNumbers;
+  for (int x = 1; x <= n; ++x) total += square.squareRanks[x][1];
+  SquareGrid puzzle = square.squareNumbers;
   for (bool progress = true; progress;) {
     progress = false;
-    for (int x = 1; x <= n; ++x) {
-      for (int y = 1; y <= n; ++y) {
-        if (!isBlank(puzzle[x][y])) continue;
-        const int type = markerType(puzzle[x][y]);
-        ASSERT_NE(type, 0) << x << "," << y;
-        const std::vector<Cell> line = lineCells(n, type, {x, y});
-        double known = 0;
-        bool complete = true;
-        for (std::size_t i = 1; i < line.size(); ++i) {
-          const double cell = puzzle[line[i].first][line[i].second];
-          // A pattern anchored elsewhere is another line; a straight line is the same from every cell.
-          if (isStraight(type)) {
-            ASSERT_NE(cell, kLineMarker[type]) << "two blanks tied to one line at " << x << "," << y;
-          }
-          complete = complete && !isBlank(cell);
-          known += cell;
+    for (const auto& [x, y] : blanksOf(square)) {
+      if (!isBlank(puzzle[x][y])) continue;
+      const int type = markerType(puzzle[x][y]);
+      ASSERT_NE(type, 0) << x << "," << y;
+      const std::vector<Cell> line = lineCells(n, type, {x, y});
+      double known = 0;
+      bool complete = true;
+      for (std::size_t i = 1; i < line.size(); ++i) {
+        const double cell = puzzle[line[i].first][line[i].second];
+        // A pattern anchored elsewhere is another line; a straight line is the same from every cell.
+        if (isStraight(type)) {
+          ASSERT_NE(cell, kLineMarker[type]) << "two blanks tied to one line at " << x << "," << y;
         }
-        if (!complete) continue;
-        ASSERT_EQ(total - known, w.squareRanks[x][y]) << "type " << type << " at " << x << "," << y;
-        puzzle[x][y] = w.squareRanks[x][y];
-        progress = true;
+        complete = complete && !isBlank(cell);
+        known += cell;
       }
+      if (!complete) continue;
+      ASSERT_EQ(total - known, square.squareRanks[x][y]) << "type " << type << " at " << x << "," << y;
+      puzzle[x][y] = square.squareRanks[x][y];
+      progress = true;
     }
   }
-  for (int x = 1; x <= n; ++x) {
-    for (int y = 1; y <= n; ++y) ASSERT_FALSE(isBlank(puzzle[x][y])) << "unsolvable at " << x << "," << y;
-  }
+  for (const auto& [x, y] : blanksOf(square)) ASSERT_FALSE(isBlank(puzzle[x][y])) << "unsolvable at " << x << "," << y;
 }
-
-void expectReservedLineWhole(MainWindow& w) {
-  if (w.reservedLineChosen == 0) return;
-  for (const Cell& c : lineCells(w.squareSize, w.reservedType, {w.reservedX, w.reservedY})) {
-    ASSERT_FALSE(isBlank(w.squareNumbers[c.first][c.second])) << c.first << "," << c.second;
-  }
-}
-
-class PuzzleMaker : public WindowTest {};
 
 // Row 4 meets (6, 4), whose column meets (6, 1), whose row meets (4, 1),
 // whose column passes (4, 4).
-TEST_F(PuzzleMaker, ADependencyChainThroughTheCellIsACycle) {
-  Session<MainWindow> fast(1);
-  Session<LiteralWindow> literal(1);
-  for (MainWindow* checked : {&fast.w, static_cast<MainWindow*>(&literal.w)}) {
-    MainWindow& m = *checked;
-    buildSquare(m, 7);
-    m.squareNumbers[6][4] = 1e201;
-    m.squareNumbers[6][1] = 1e200;
-    m.squareNumbers[4][1] = 1e201;
-    m.cellX = 4;
-    m.cellY = 4;
-    m.lineType = 1;
-    m.makeblanks();
-    EXPECT_EQ(m.lineAccepted, 0);
-    EXPECT_EQ(Cell(m.cellX, m.cellY), Cell(4, 4));
+TEST(PuzzleMaker, ADependencyChainThroughTheCellIsACycle) {
+  auto s = session<PuzzleMaker>();
+  s->build(7);
+  s->numbers()[6][4] = 1e201;
+  s->numbers()[6][1] = 1e200;
+  s->numbers()[4][1] = 1e201;
+  LiteralBlanks literal;
+  literal.rebuild(s->numbers(), 7, false);
+  EXPECT_FALSE(s->maker.acceptsBlank(s->square(), 4, 4, 1));
+  EXPECT_TRUE(literal.closesCycle(4, 4, 1));
+  EXPECT_EQ(Cell(s->run.selection.originX, s->run.selection.originY), Cell(4, 4));
 
-    m.squareNumbers[4][1] = m.squareRanks[4][1];
-    m.lineType = 1;
-    m.makeblanks();
-    EXPECT_EQ(m.lineAccepted, 1);
-    EXPECT_EQ(Cell(m.cellX, m.cellY), Cell(4, 4));
-  }
-  const MainWindow& l = literal.w;
-  ASSERT_EQ(l.queueCount, 2);
-  EXPECT_EQ(Cell(l.queueX[1], l.queueY[1]), Cell(6, 4));
-  EXPECT_EQ(Cell(l.queueX[2], l.queueY[2]), Cell(6, 1));
-}
+  s->numbers()[4][1] = s->square().squareRanks[4][1];
+  EXPECT_TRUE(s->maker.acceptsBlank(s->square(), 4, 4, 1));
+  EXPECT_FALSE(literal.closesCycle(4, 4, 1));
+  ASSERT_EQ(literal.queue.size(), 2u);
+  EXPECT_EQ(Cell(literal.queue[0].x, literal.queue[0].y), Cell(6, 4));
+  EXPECT_EQ(Cell(literal.queue[1].x, literal.queue[1].y), Cell(6, 1));
 
-TEST_F(PuzzleMaker, OnAnEmptyPuzzleEveryLineIsAccepted) {
-  buildSquare(w, 11);
+  // On a puzzle without blanks every line is accepted, with an empty queue.
+  s->build(11);
   for (int type = 1; type <= 24; ++type) {
-    w.cellX = 1 + type % 11;
-    w.cellY = 1 + type * 5 % 11;
-    w.lineType = type;
-    w.makeblanks();
-    EXPECT_EQ(w.lineAccepted, 1);
+    EXPECT_TRUE(s->maker.acceptsBlank(s->square(), 1 + type % 11, 1 + type * 5 % 11, type));
+    literal.rebuild(s->numbers(), 11, false);
+    EXPECT_FALSE(literal.closesCycle(1 + type % 11, 1 + type * 5 % 11, type));
+    EXPECT_TRUE(literal.queue.empty());
   }
 }
 
-// Random blanks of random types, a random cell and line: the fast check, with
-// the maker's kept knowledge and without, and both literal forms give the
-// same answer and leave the cell in place.
-TEST_F(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
-  Session<LiteralWindow> literal(2);
-  MainWindow& l = literal.w;
+// Random blanks of random types, a random cell and line: the fast check
+// reading the grid, the index the maker keeps up to date, and both literal
+// forms give the same answer; what the index knows of a straight line is
+// what a walk along it finds.
+TEST(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
+  auto s = session<PuzzleMaker>();
   RandomSource random(99);
   const auto pick = [&](int count) { return static_cast<int>(random.next() * count) + 1; };
   int accepted = 0, trials = 0;
   for (const int n : primeSizes(29)) {
-    buildSquare(w, n);
-    l.squareSize = n;
+    s->build(n);
     for (int grid = 0; grid < 40; ++grid) {
       const double density = random.next() * 0.5;
       for (int x = 1; x <= n; ++x) {
-        for (int y = 1; y <= n; ++y) {
-          w.squareNumbers[x][y] = random.next() < density ? kLineMarker[pick(24)] : x + y * n;
-        }
+        for (int y = 1; y <= n; ++y) s->numbers()[x][y] = random.next() < density ? kLineMarker[pick(24)] : x + y * n;
       }
-      l.squareNumbers = w.squareNumbers;
-      PuzzleBlanks kept;  // what the maker keeps up to date
-      kept.rebuild(w.squareNumbers, n, true);
+      PuzzleBlanks kept;
+      kept.rebuild(s->numbers(), n, true);
+      LiteralBlanks literal;
+      literal.rebuild(s->numbers(), n, false);
       for (int check = 0; check < 20; ++check) {
         const int x = pick(n), y = pick(n), type = pick(24);
-        if (isBlank(w.squareNumbers[x][y])) continue;
-        w.cellX = l.cellX = x;
-        w.cellY = l.cellY = y;
-        w.lineType = l.lineType = type;
-        w.makeblanks();
-        l.makeblanks();
-        ASSERT_EQ(w.lineAccepted, l.lineAccepted) << n << " type " << type << " at " << x << "," << y;
-        ASSERT_EQ(Cell(l.cellX, l.cellY), Cell(x, y));
-        ASSERT_EQ(kept.closesCycle(x, y, type), w.lineAccepted == 0);
-        if (isStraight(type)) {
-          // What the maker knows of a straight line is what a walk along it finds.
-          PuzzleBlanks::LineSurvey walked;
-          for (const auto& [cx, cy] : lineCells(n, type, {x, y})) {
-            walked.blanks += isBlank(w.squareNumbers[cx][cy]) ? 1 : 0;
-            walked.taken = walked.taken || w.squareNumbers[cx][cy] == kLineMarker[type];
-          }
-          ASSERT_EQ(kept.survey(type, x, y).blanks, walked.blanks);
-          ASSERT_EQ(kept.survey(type, x, y).taken, walked.taken);
+        if (isBlank(s->numbers()[x][y])) continue;
+        const bool fast = s->maker.acceptsBlank(s->square(), x, y, type);
+        SCOPED_TRACE(::testing::Message() << n << " type " << type << " at " << x << "," << y);
+        ASSERT_EQ(kept.closesCycle(x, y, type), !fast);
+        for (const bool restart : {true, false}) {
+          literal.restartAfterQueueing = restart;
+          ASSERT_EQ(literal.closesCycle(x, y, type), !fast);
         }
-        l.lineType = type;
-        l.checkChosenLine();
-        ASSERT_EQ(w.lineAccepted, l.lineAccepted);
-        ASSERT_EQ(Cell(l.cellX, l.cellY), Cell(x, y));
-        ASSERT_EQ(Cell(w.cellX, w.cellY), Cell(x, y));
-        accepted += w.lineAccepted;
+        if (isStraight(type)) {
+          ASSERT_EQ(kept.survey(type, x, y).blanks, literal.survey(type, x, y).blanks);
+          ASSERT_EQ(kept.survey(type, x, y).taken, literal.survey(type, x, y).taken);
+        }
+        accepted += fast ? 1 : 0;
         ++trials;
       }
     }
@@ -245,131 +203,145 @@ TEST_F(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
 
 // The fast maker and the literal one, from the same seed: the same draws,
 // the same puzzle, the same reserved line.
-TEST_F(PuzzleMaker, TheFastMakerMakesTheLiteralMakersPuzzles) {
+TEST(PuzzleMaker, TheFastMakerMakesTheLiteralMakersPuzzles) {
   int puzzles = 0;
   for (std::uint64_t seed = 1; seed <= 400; ++seed) {
     for (const int n : {5, 5, 7, 11, 13, 17, 29}) {
       if (n == 29 && seed % 20 != 0) continue;
       const Options o = drawOptions(seed * 3 + static_cast<std::uint64_t>(puzzles % 2), n);
-      Session<MainWindow> fast(seed);
-      Session<LiteralWindow> literal(seed);
-      makePuzzle(fast.w, o);
-      makePuzzle(literal.w, o);
+      auto fast = session<PuzzleMaker>(seed);
+      auto literal = session<LiteralPuzzleMaker>(seed);
+      makePuzzle(*fast, o);
+      makePuzzle(*literal, o);
       SCOPED_TRACE(::testing::Message() << "seed " << seed << " size " << n);
-      ASSERT_EQ(fast.platform.randomCount, literal.platform.randomCount);
-      ASSERT_EQ(fast.w.rankCounter, literal.w.rankCounter);
-      ASSERT_EQ(fast.w.reservedType, literal.w.reservedType);
-      for (int x = 1; x <= n; ++x) {
-        for (int y = 1; y <= n; ++y) ASSERT_EQ(fast.w.squareNumbers[x][y], literal.w.squareNumbers[x][y]);
+      ASSERT_EQ(fast->platform.randomCount, literal->platform.randomCount);
+      ASSERT_EQ(fast->maker.rankCounter(), literal->maker.rankCounter());
+      ASSERT_EQ(fast->maker.reservedLine().has_value(), literal->maker.reservedLine().has_value());
+      if (fast->maker.reservedLine()) {
+        ASSERT_EQ(fast->maker.reservedLine()->reservedType, literal->maker.reservedLine()->reservedType);
       }
+      ASSERT_EQ(fast->numbers(), literal->numbers());
       ++puzzles;
     }
   }
   EXPECT_GT(puzzles, 2000);
 }
 
-TEST_F(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
+// A fractional target is never met exactly: the maker blanks all it can, draw
+// for draw as when the target is out of reach.
+TEST(PuzzleMaker, AFractionalTargetBlanksAllThatCan) {
+  for (std::uint64_t seed = 1; seed <= 60; ++seed) {
+    Options o = drawOptions(seed, seed % 2 == 0 ? 5 : 7);
+    auto fractional = session<PuzzleMaker>(seed);
+    auto unreachable = session<PuzzleMaker>(seed);
+    o.settings.blankTarget = 2.5;
+    makePuzzle(*fractional, o);
+    o.settings.blankTarget = 1e9;
+    makePuzzle(*unreachable, o);
+    ASSERT_EQ(fractional->platform.randomCount, unreachable->platform.randomCount) << seed;
+    ASSERT_EQ(fractional->numbers(), unreachable->numbers()) << seed;
+    if (o.settings.mainLinesChoice == 1) {
+      EXPECT_GT(blanksOf(fractional->square()).size(), 3u) << seed;
+    }
+  }
+}
+
+// Every puzzle, over many seeds, sizes and settings: solvable; as many
+// blanks as asked; the reserved line whole; "Only Main" patterns inside the
+// square; and a continuation square's extra blank on the reserved line.
+TEST(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
   std::vector<int> sizes = primeSizes(29);
   sizes.insert(sizes.end(), {5, 5, 5, 31, 53, 101});
+  int wrappedPatterns = 0;
   for (std::uint64_t seed = 1; seed <= 100; ++seed) {
     for (const int n : sizes) {
       if (n > 29 && seed % (n == 101 ? 50 : 10) != 0) continue;
       Options o = drawOptions(seed, n);
-      if (seed % 3 == 0) o.target = 1 + static_cast<double>(seed % static_cast<std::uint64_t>(n / 2));
-      if (seed % 3 == 0) o.mainLines = 1;
-      SCOPED_TRACE(::testing::Message() << "seed " << seed << " size " << n << " target " << o.target);
-      makePuzzle(w, o);
-      const int blanks = countBlanks(w);
-      EXPECT_EQ(w.rankCounter, blanks + 1);
+      PuzzleSettings& settings = o.settings;
+      if (seed % 3 == 0) settings.blankTarget = 1 + static_cast<double>(seed % static_cast<std::uint64_t>(n / 2));
+      if (seed % 3 == 0) settings.mainLinesChoice = 1;
+      SCOPED_TRACE(::testing::Message() << "seed " << seed << " size " << n << " target " << settings.blankTarget);
+      auto s = session<PuzzleMaker>(seed);
+      makePuzzle(*s, o);
+      const auto reserved = s->maker.reservedLine();
+      const std::vector<Cell> blanks = blanksOf(s->square());
+      EXPECT_EQ(s->maker.rankCounter(), static_cast<int>(blanks.size()) + 1);
       // The first choice reserves a line unless the scan pass made it.
-      const int asked = static_cast<int>(o.target) + (w.reservedLineChosen == 0 ? 1 : 0);
-      if (o.target == static_cast<int>(o.target)) {
-        EXPECT_LE(blanks, asked);
+      const auto asked = static_cast<std::size_t>(settings.blankTarget) + (reserved ? 0 : 1);
+      if (settings.blankTarget == std::floor(settings.blankTarget)) {
+        EXPECT_LE(blanks.size(), asked);
       }
       if (seed % 3 == 0) {
-        EXPECT_EQ(blanks, asked);  // few blanks always fit
+        EXPECT_EQ(blanks.size(), asked);  // few blanks always fit
       }
-      expectSolvable(w);
-      expectReservedLineWhole(w);
+      expectSolvable(s->square());
+      for (const auto& [x, y] : blanks) {
+        const int type = markerType(s->numbers()[x][y]);
+        if (!isPattern(type)) continue;
+        const int choice = std::array{settings.crossDiagonalChoice, settings.scatteredCrossDiagonalChoice,
+                                      settings.crossLineChoice, settings.scatteredCrossLineChoice}[(type - 5) / 5];
+        if (choice == family::onlyMain) {
+          EXPECT_TRUE(insidePlacement(type, x, y, n)) << type << " at " << x << "," << y;
+        }
+        wrappedPatterns += insidePlacement(type, x, y, n) ? 0 : 1;
+      }
+      if (!reserved) continue;
+      const std::vector<Cell> line = lineCells(n, reserved->reservedType, {reserved->reservedX, reserved->reservedY});
+      for (const auto& [x, y] : line) ASSERT_FALSE(isBlank(s->numbers()[x][y])) << x << "," << y;
+
+      // The extra blank: on the reserved line in the top-left corner, or none when the line misses it.
+      const SquareGrid before = s->numbers();
+      s->maker.blankKeyCell(s->square());
+      const std::vector<Cell> after = blanksOf(s->square());
+      const bool crossesCorner =
+          std::any_of(line.begin(), line.end(), [](const Cell& c) { return c.first <= 5 && c.second <= 5; });
+      ASSERT_EQ(after.size(), blanks.size() + (crossesCorner ? 1 : 0));
+      for (const auto& [x, y] : line) {
+        if (isBlank(s->numbers()[x][y])) {
+          EXPECT_TRUE(x <= 5 && y <= 5 && s->numbers()[x][y] == 1e200 && !isBlank(before[x][y]));
+        }
+      }
     }
   }
+  EXPECT_GT(wrappedPatterns, 0);  // "All" does wrap
 }
 
-// A fractional target is never met exactly: the maker blanks all it can, draw
-// for draw as when the target is out of reach.
-TEST_F(PuzzleMaker, AFractionalTargetBlanksAllThatCan) {
-  for (std::uint64_t seed = 1; seed <= 60; ++seed) {
-    Options o = drawOptions(seed, seed % 2 == 0 ? 5 : 7);
-    Session<MainWindow> fractional(seed), unreachable(seed);
-    o.target = 2.5;
-    makePuzzle(fractional.w, o);
-    o.target = 1e9;
-    makePuzzle(unreachable.w, o);
-    ASSERT_EQ(fractional.platform.randomCount, unreachable.platform.randomCount) << seed;
-    ASSERT_EQ(fractional.w.squareNumbers, unreachable.w.squareNumbers) << seed;
-    if (o.mainLines == 1) {
-      EXPECT_GT(countBlanks(fractional.w), 3) << seed;
-    }
-  }
-}
-
-TEST_F(PuzzleMaker, WithoutLineTypesThereIsNoBlank) {
+TEST(PuzzleMaker, WithoutLineTypesThereIsNoBlank) {
+  auto s = session<PuzzleMaker>();
   Options o;
-  o.mainLines = 0;
-  makePuzzle(w, o);
-  EXPECT_EQ(countBlanks(w), 0);
-  EXPECT_EQ(w.rankCounter, 1);
-  EXPECT_EQ(w.reservedLineChosen, 0);
+  o.settings.blankTarget = 10;
+  makePuzzle(*s, o);
+  EXPECT_TRUE(blanksOf(s->square()).empty());
+  EXPECT_EQ(s->maker.rankCounter(), 1);
+  EXPECT_FALSE(s->maker.reservedLine());
 }
 
 // Row 4 of the cell (3, 4) holds two blanks, its column none: "Challenging"
 // refuses the column the first draw names, "Easy" takes it.
-TEST_F(PuzzleMaker, ChallengingTakesOnlyALineWithTheMostBlanks) {
-  for (const int difficulty : {1, 3}) {
-    buildSquare(w, 7);
-    w.squareNumbers[2][4] = 1e201;
-    w.squareNumbers[6][4] = 1e201;
-    w.blankTarget = 1;
-    w.difficultyLevel = difficulty;
-    w.mainLinesChoice = 1;
-    w.allDiagonalsChoice = 0;
+TEST(PuzzleMaker, ChallengingTakesOnlyALineWithTheMostBlanks) {
+  for (const Difficulty difficulty : {Difficulty::Easy, Difficulty::Challenging}) {
+    auto s = session<PuzzleMaker>();
+    s->build(7);
+    s->numbers()[2][4] = 1e201;
+    s->numbers()[6][4] = 1e201;
+    PuzzleSettings settings;
+    settings.blankTarget = 1;
+    settings.difficultyLevel = difficulty;
+    settings.mainLinesChoice = 1;
     // Cell (1, 1), row; then cell (3, 4), column, then row.
-    platform.scriptedRandom = {0.0, 0.0, 0.0, 0.3, 0.45, 0.3, 0.0};
-    platform.randomCount = 0;
-    platform.yieldCount = 0;
-    w.makePuzzle();
-    EXPECT_EQ(platform.yieldCount, 2);
-    EXPECT_EQ(platform.randomCount, difficulty == 3 ? 7 : 6);
-    EXPECT_EQ(w.squareNumbers[3][4], difficulty == 3 ? 1e200 : 1e201);
-    EXPECT_EQ(w.reservedType, 1);
-    EXPECT_EQ(Cell(w.reservedX, w.reservedY), Cell(1, 1));
-    EXPECT_EQ(w.rankCounter, 2);
+    s->platform.scriptedRandom = {0.0, 0.0, 0.0, 0.3, 0.45, 0.3, 0.0};
+    s->platform.randomCount = 0;
+    s->platform.yieldCount = 0;
+    s->maker.makePuzzle(s->square(), settings);
+    const bool challenging = difficulty == Difficulty::Challenging;
+    EXPECT_EQ(s->platform.yieldCount, 2);
+    EXPECT_EQ(s->platform.randomCount, challenging ? 7 : 6);
+    EXPECT_EQ(s->numbers()[3][4], challenging ? 1e200 : 1e201);
+    ASSERT_TRUE(s->maker.reservedLine());
+    EXPECT_EQ(s->maker.reservedLine()->reservedType, 1);
+    EXPECT_EQ(Cell(s->maker.reservedLine()->reservedX, s->maker.reservedLine()->reservedY), Cell(1, 1));
+    EXPECT_EQ(s->maker.rankCounter(), 2);
   }
-}
-
-TEST_F(PuzzleMaker, TheExtraBlankOfAContinuationSquareLiesOnTheReservedLine) {
-  buildSquare(w, 7);
-  w.reservedLineChosen = 1;
-  w.reservedType = 1;
-  w.reservedX = 7;
-  w.reservedY = 3;
-  platform.scriptedRandom = {0.9, 0.1, 0.5, 0.5};  // (5, 1) is off the line, (3, 3) on it
-  platform.randomCount = 0;
-  w.blankKeyCell();
-  EXPECT_EQ(w.squareNumbers[3][3], 1e200);
-  EXPECT_EQ(countBlanks(w), 1);
-  EXPECT_EQ(platform.randomCount, 4);
-
-  // A reserved line that misses the corner, or none: no extra blank.
-  buildSquare(w, 7);
-  w.reservedY = 7;
-  w.reservedX = 1;
-  platform.randomCount = 0;
-  w.blankKeyCell();
-  w.reservedLineChosen = 0;
-  w.blankKeyCell();
-  EXPECT_EQ(countBlanks(w), 0);
-  EXPECT_EQ(platform.randomCount, 0);
 }
 
 }  // namespace

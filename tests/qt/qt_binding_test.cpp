@@ -185,9 +185,9 @@ TEST_F(QtBinding, ClicksAndMenuItemsMovePagesAndTheWidgetsFollow) {
   ASSERT_TRUE(check4->isVisible());
 
   QTest::mouseClick(check4, Qt::LeftButton, {}, QPoint(6, check4->height() / 2));
-  EXPECT_EQ(w.crossDiagonalChoice, 1);
+  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 1);
   QTest::mouseClick(check5, Qt::LeftButton, {}, QPoint(6, check5->height() / 2));
-  EXPECT_EQ(w.crossDiagonalChoice, 2);
+  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 2);
   EXPECT_FALSE(check4->isChecked());  // cleared by the model, mirrored here
   EXPECT_TRUE(check5->isChecked());
 
@@ -314,10 +314,10 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
   bool played = false;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
-    if (played || w.runState != 2 || view.windowTitle().startsWith("Creating")) return;
+    if (played || w.runState() != RunState::Puzzle || view.windowTitle().startsWith("Creating")) return;
     played = true;
     int x = 1, y = 1;
-    while (!isBlank(w.squareNumbers[x][y])) {
+    while (!isBlank(w.square().squareNumbers[x][y])) {
       if (++x > 5) {
         x = 1;
         ++y;
@@ -333,7 +333,7 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(w.incorrectCount, 1);
     EXPECT_TRUE(box->text().isEmpty());
-    QTest::keyClicks(box, QString::number(w.squareRanks[x][y]));
+    QTest::keyClicks(box, QString::number(w.square().squareRanks[x][y]));
     QTest::keyClick(box, Qt::Key_Enter);  // the keypad's Enter too
     EXPECT_EQ(w.correctCount, 1);
     EXPECT_FALSE(box->isVisible());

@@ -155,12 +155,12 @@ TEST_F(Pages, StartUpLeavesTheDesignedMainPageAndTheStartValues) {
   EXPECT_EQ(w.runDone, 0);
   EXPECT_EQ(w.printChoice, 2);
   EXPECT_EQ(w.highlightAnswers, 1);
-  EXPECT_EQ(w.difficultyLevel, 3);
-  EXPECT_EQ(w.blankTarget, 100);
-  EXPECT_EQ(w.mainLinesChoice, 1);
-  EXPECT_EQ(w.allDiagonalsChoice, 0);
-  EXPECT_EQ(w.crossDiagonalChoice + w.crossLineChoice + w.scatteredCrossDiagonalChoice +
-                w.scatteredCrossLineChoice,
+  EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Challenging);
+  EXPECT_EQ(w.puzzle.blankTarget, 100);
+  EXPECT_EQ(w.puzzle.mainLinesChoice, 1);
+  EXPECT_EQ(w.puzzle.allDiagonalsChoice, 0);
+  EXPECT_EQ(w.puzzle.crossDiagonalChoice + w.puzzle.crossLineChoice + w.puzzle.scatteredCrossDiagonalChoice +
+                w.puzzle.scatteredCrossLineChoice,
             0);
   EXPECT_EQ(w.pagePhase, 0);
   EXPECT_EQ(w.practiceActive, 0);

@@ -1,0 +1,368 @@
+// The puzzle maker's procedures, for every index of blanks it is made with.
+//
+// Each attempt draws a cell and scores the lines through it; a line is drawn
+// among the usable ones (the difficulty decides which) and kept when the
+// dependency check passes. When n² attempts have gone by, a scan pass walks
+// the cells in reading order from a random one and blanks the first that
+// any line allows.
+#pragma once
+
+#include <algorithm>
+
+#include "patterns/puzzle_maker.h"
+
+namespace quill {
+
+namespace maker_detail {
+
+template <class Flags>
+bool allOne(const Flags& flags) {
+  return std::all_of(flags.begin() + 1, flags.end(), [](int flag) { return flag == 1; });
+}
+
+// Marks the index as live while a puzzle is made, and not after, however the maker ends.
+struct LiveWhile {
+  bool& live;
+  ~LiveWhile() { live = false; }
+};
+
+}  // namespace maker_detail
+
+// Walking a line: from its anchor, step by step on the torus, until the walk
+// is back at the anchor.
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::findline1() {
+  if (!isPattern(reservedType) || lineStep > 4) return;
+  const Position next = stepAlong(reservedType, {reservedX, reservedY}, {reservedWalkX, reservedWalkY}, lineStep);
+  reservedWalkX = next.x;
+  reservedWalkY = next.y;
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::findline2() {
+  const Position next = stepAlong(lineType, {cellX, cellY}, {cursorX, cursorY}, lineStep);
+  cursorX = next.x;
+  cursorY = next.y;
+}
+
+template <class Blanks>
+typename BasicPuzzleMaker<Blanks>::LineWalk BasicPuzzleMaker<Blanks>::walkLine(int type) {
+  if (isStraight(type)) {
+    // The n cells of a straight line are known by their blanks.
+    const auto survey = blanks_.survey(type, cellX, cellY);
+    return {survey.taken, survey.blanks};
+  }
+  const SquareGrid& numbers = grid_->squareNumbers;
+  LineWalk walk;
+  lineType = type;
+  cursorX = cellX;
+  cursorY = cellY;
+  lineStep = 0;
+  do {
+    const double cell = numbers[cursorX][cursorY];
+    if (cell == kLineMarker[type]) {
+      walk.taken = true;
+      return walk;
+    }
+    if (isBlank(cell)) ++walk.blanks;
+    findline2();
+    ++lineStep;
+    cursorX = wrap(cursorX, n_);
+    cursorY = wrap(cursorY, n_);
+  } while (cursorX != cellX || cursorY != cellY);
+  return walk;
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::reservedLineMeets(int x, int y) {
+  if (isStraight(reservedType)) {
+    return straightLineNumber(reservedType, reservedX, reservedY, n_) == straightLineNumber(reservedType, x, y, n_);
+  }
+  reservedWalkX = reservedX;
+  reservedWalkY = reservedY;
+  lineStep = 0;
+  do {
+    if (reservedWalkX == x && reservedWalkY == y) return true;
+    findline1();
+    ++lineStep;
+    reservedWalkX = wrap(reservedWalkX, n_);
+    reservedWalkY = wrap(reservedWalkY, n_);
+  } while (reservedWalkX != reservedX || reservedWalkY != reservedY);
+  return false;
+}
+
+// The four pattern families, each with a trying procedure (blank the cell
+// through the first of the family's lines that is free and keeps the blanks
+// free of cycles) and a scoring procedure.
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d1scross() {
+  tryFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d1scross2() {
+  tryFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d1scline() {
+  tryFamily(kFamilyFirstType[2], settings_->crossLineChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d1scline2() {
+  tryFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d2scross() {
+  scoreFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d2scross2() {
+  scoreFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d2scline() {
+  scoreFamily(kFamilyFirstType[2], settings_->crossLineChoice);
+}
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::d2scline2() {
+  scoreFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice);
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::tryFamily(int firstType, int choice) {
+  for (int type = firstType; type < firstType + kFamilySize; ++type) {
+    if (choice != family::all && !insidePlacement(type, cellX, cellY, n_)) continue;
+    if (tryLine(type)) {
+      patternFound = 1;
+      return;
+    }
+  }
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::scoreFamily(int firstType, int choice) {
+  for (int type = firstType; type < firstType + kFamilySize; ++type) {
+    scoreLine(type, choice == family::all || insidePlacement(type, cellX, cellY, n_));
+  }
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::tryLine(int type) {
+  if (walkLine(type).taken) return false;
+  lineType = type;
+  makeblanks();
+  if (lineAccepted != 1) return false;
+  markBlank(type);
+  return true;
+}
+
+// The difficulty rule rests on this scoring: a usable line's tally is its
+// blank count when that count was the best so far, so after every line of
+// the cell is scored the lines whose tally equals bestBlankTally are the
+// usable ones holding the most blanks.
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::scoreLine(int type, bool placed) {
+  if (placed) {
+    const LineWalk walk = walkLine(type);
+    lineBlankTally += walk.blanks;
+    if (!walk.taken) lineUsable[type] = 1;
+  }
+  if (lineBlankTally >= bestBlankTally && lineUsable[type] == 1) {
+    bestBlankTally = lineBlankTally;
+    lineTally[type] = bestBlankTally;
+  }
+  if (lineUsable[type] != 1) lineFailed[type] = 1;
+  lineBlankTally = 0;
+}
+
+template <class Blanks>
+int BasicPuzzleMaker<Blanks>::drawLineType() {
+  for (;;) {
+    // Each enabled family widens the draw to its two kinds; the last one drawn counts.
+    const PuzzleSettings& s = *settings_;
+    int kind = run_.randomWhole(4);
+    if (s.crossDiagonalChoice != family::off) kind = run_.randomWhole(6);
+    if (s.scatteredCrossDiagonalChoice != family::off) kind = run_.randomWhole(8);
+    if (s.crossLineChoice != family::off) kind = run_.randomWhole(10);
+    if (s.scatteredCrossLineChoice != family::off) kind = run_.randomWhole(12);
+    const int type = kind <= 4 ? kind : kFamilyFirstType[(kind - 5) / 2] + run_.randomWhole(kFamilySize) - 1;
+    const bool mostBlanks = lineTally[type] == bestBlankTally;
+    if (lineUsable[type] == 1 && (mostBlanks || s.difficultyLevel == Difficulty::Easy)) return type;
+  }
+}
+
+// The new blank would wait on the blanks of its line, on those of their
+// lines, and so on; it may not wait on itself.
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::makeblanks() {
+  if (!blanksLive_) blanks_.rebuild(grid_->squareNumbers, n_, false);
+  run_.selection = {cellX, cellY};
+  lineAccepted = blanks_.closesCycle(cellX, cellY, lineType) ? 0 : 1;
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::acceptsBlank(const Square& square, int x, int y, int type) {
+  grid_ = &square;
+  n_ = square.n;
+  cellX = x;
+  cellY = y;
+  lineType = type;
+  makeblanks();
+  return lineAccepted == 1;
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::markBlank(int type) {
+  puzzle_->squareNumbers[cellX][cellY] = kLineMarker[type];
+  if (blanksLive_) blanks_.mark(cellX, cellY, type);
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::makePuzzle(Square& square, const PuzzleSettings& settings) {
+  grid_ = puzzle_ = &square;
+  settings_ = &settings;
+  n_ = square.n;
+  const int n = n_;
+  for (int type = 1; type <= 4; ++type) lineFailed[type] = 0;
+  rankCounter_ = 0;
+  attemptCounter = 0;
+  reservedLineChosen = 0;
+  blanks_.rebuild(square.squareNumbers, n, true);
+  blanksLive_ = true;
+  const maker_detail::LiveWhile live{blanksLive_};
+
+  for (;;) {
+    run_.yieldToUser();
+    if (++attemptCounter > n * n) {
+      attemptCounter = 0;
+      if (!scanPass()) break;
+    } else if (!scoringAttempt()) {
+      continue;
+    }
+    // Only an exact count ends it: a fractional target is never met, and the
+    // maker then goes on until no cell takes a blank.
+    if (++rankCounter_ == settings.blankTarget + 1) break;
+  }
+  // The first choice reserves a line rather than making a blank; when the
+  // scan pass made it instead, every choice was a blank. Either way the
+  // counter ends one above the blanks, which the practice counts down.
+  if (reservedLineChosen == 0) ++rankCounter_;
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::scanPass() {
+  cellX = run_.randomWhole(n_);
+  cellY = run_.randomWhole(n_);
+  prevX = cellX;
+  prevY = cellY;
+  do {
+    if (scanCell()) return true;
+    if (++cellX > n_) {
+      cellX = 1;
+      if (++cellY > n_) cellY = 1;
+    }
+  } while (cellX != prevX || cellY != prevY);
+  return false;
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::scanCell() {
+  const PuzzleSettings& s = *settings_;
+  const int x = cellX, y = cellY;
+  if (reservedLineChosen != 0 && reservedLineMeets(x, y)) return false;
+  if (isBlank(grid_->squareNumbers[x][y])) return false;
+  if (s.mainLinesChoice == 1 && (tryLine(1) || tryLine(2))) return true;
+
+  const bool onUpDiagonal = x + y == n_ + 1;
+  const bool onDownDiagonal = x == y;
+  const bool allDiagonals = s.allDiagonalsChoice != 0;
+  if (!(s.mainLinesChoice == 1 && (onUpDiagonal || onDownDiagonal)) && !allDiagonals) return false;
+  if ((onUpDiagonal || allDiagonals) && tryLine(3)) return true;
+  if ((onDownDiagonal || allDiagonals) && tryLine(4)) return true;
+
+  patternFound = 0;
+  if (s.crossDiagonalChoice != family::off) d1scross();
+  if (s.scatteredCrossDiagonalChoice != family::off) d1scross2();
+  if (s.crossLineChoice != family::off) d1scline();
+  if (s.scatteredCrossLineChoice != family::off) d1scline2();
+  return patternFound == 1;
+}
+
+template <class Blanks>
+bool BasicPuzzleMaker<Blanks>::scoringAttempt() {
+  const PuzzleSettings& s = *settings_;
+  if (maker_detail::allOne(lineFailed)) lineFailed.fill(0);
+  cellX = run_.randomWhole(n_);
+  cellY = run_.randomWhole(n_);
+  run_.setRunState(RunState::Puzzle);
+  lineUsable.fill(0);
+  lineTally.fill(0);
+  lineBlankTally = 0;
+  bestBlankTally = 0;
+  const int x = cellX, y = cellY;
+  if (isBlank(grid_->squareNumbers[x][y])) return false;
+
+  const bool allDiagonals = s.allDiagonalsChoice != 0;
+  const bool diagonals = (s.mainLinesChoice == 1 && (x == y || x + y == n_ + 1)) || allDiagonals;
+  if (s.mainLinesChoice == 1) {
+    scoreLine(1, true);
+    scoreLine(2, true);
+  }
+  if (diagonals) scoreLine(3, x + y == n_ + 1 || allDiagonals);
+  if (diagonals && (x == y || allDiagonals)) scoreLine(4, true);
+  if (s.crossDiagonalChoice != family::off) d2scross();
+  if (s.scatteredCrossDiagonalChoice != family::off) d2scross2();
+  if (s.crossLineChoice != family::off) d2scline();
+  if (s.scatteredCrossLineChoice != family::off) d2scline2();
+  if (std::none_of(lineUsable.begin() + 1, lineUsable.end(), [](int flag) { return flag == 1; })) return false;
+  if (maker_detail::allOne(lineFailed)) return false;
+
+  const int type = drawLineType();
+  lineType = type;
+  if (rankCounter_ == 0) {
+    // The first choice keeps its number: its line is the one left whole.
+    reservedType = type;
+    reservedX = x;
+    reservedY = y;
+    reservedLineChosen = 1;
+  } else {
+    prevX = x;
+    prevY = y;
+    const bool onReservedLine = reservedLineChosen != 0 && reservedLineMeets(x, y);
+    if (!onReservedLine) makeblanks();
+    if (onReservedLine || lineAccepted != 1) {
+      lineFailed[type] = 1;
+      return false;
+    }
+    markBlank(type);
+  }
+  lineFailed.fill(0);
+  return true;
+}
+
+template <class Blanks>
+std::optional<typename BasicPuzzleMaker<Blanks>::ReservedLine> BasicPuzzleMaker<Blanks>::reservedLine() const {
+  if (reservedLineChosen == 0) return std::nullopt;
+  return ReservedLine{reservedType, reservedX, reservedY};
+}
+
+template <class Blanks>
+void BasicPuzzleMaker<Blanks>::blankKeyCell(Square& square) {
+  // The extra blank lies on the reserved line, in the top-left 5 by 5 corner;
+  // without such a cell there is none.
+  if (reservedLineChosen == 0) return;
+  n_ = square.n;
+  bool crossesCorner = false;
+  for (int c = 1; c <= 5 && !crossesCorner; ++c) {
+    for (int r = 1; r <= 5 && !crossesCorner; ++r) crossesCorner = reservedLineMeets(c, r);
+  }
+  if (!crossesCorner) return;
+  do {
+    cursorX = run_.randomWhole(5);
+    cursorY = run_.randomWhole(5);
+  } while (!reservedLineMeets(cursorX, cursorY));
+  square.squareNumbers[cursorX][cursorY] = kLineMarker[1];
+}
+
+}  // namespace quill
