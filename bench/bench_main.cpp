@@ -45,21 +45,15 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   Window session;
   qt::FormView view(session.w);
   // A run leaves the surface empty, so the page is drawn here as a run draws it.
-  session.w.squareSize = 5;
-  session.w.startNumber = 1;
-  session.w.distance = 1;
-  session.w.prepareLayout(false);
-  {
-    RunControl run(session.platform);
-    auto builder = std::make_unique<SquareBuilder>(run);
-    builder->buildsquare(5, 1, 1);
-    session.w.square() = builder->square();
-  }
+  RunControl run(session.platform);
+  auto builder = std::make_unique<SquareBuilder>(run);
+  builder->buildsquare(5, 1, 1);
+  SquareDisplay display(session.platform, session.w.surface());
+  const Progression numbers{5, 1, 1};
+  display.prepareLayout(5, numbers);
   for (int row = 0; row < 5; ++row) {
     for (int column = 0; column < 5; ++column) {
-      session.w.placement.gridLeft = 8 + 144 * column;
-      session.w.placement.gridTop = 8 + 108 * row;
-      session.w.showsquare();
+      display.showsquare(builder->square(), {8 + 144 * column, 8 + 108 * row, 1, 1}, numbers, {});
     }
   }
   QTemporaryDir folder;

@@ -22,6 +22,7 @@
 #include "construction/run_control.h"
 #include "construction/square_builder.h"
 #include "construction/window_state.h"
+#include "display/square_display.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
 
@@ -119,11 +120,11 @@ class MainWindow : public MainForm, public WindowState {
   Square& square() { return builder_.square(); }
   const Square& square() const { return builder_.square(); }
 
-  // Square display.
-  // The cell geometry of a run or a practice: numberChars, entryMaxLength,
-  // cellWidth and the tile size; the practice also sizes its entry box.
+  // The cell layout, and the drawing of squares.
+  const SquareDisplay& display() const { return display_; }
+  int cellWidth() const { return display_.cellWidth(); }
+  // The cell layout of a run or a practice; the practice also sizes its entry box.
   void prepareLayout(bool sizeEntryBox);
-  void showsquare();
 
  private:
   void openPage(Screen page);
@@ -159,19 +160,9 @@ class MainWindow : public MainForm, public WindowState {
   void placeOnPage();
   // The answer page of the page just printed, which ended at pageEnd.
   void printAnswerPage(const page::Placement& pageEnd);
-  // Maximise, print the window as a page, wipe the surface.
-  void printPage();
 
-  // How one cell of a grid is drawn: shaded, number shifted right of a minus
-  // sign's room, and its text (none for a blank in a puzzle).
-  struct CellLook {
-    bool shaded = false;
-    bool shifted = false;
-    std::optional<std::string> text;
-  };
-  using CellLookup = std::function<CellLook(int column, int row)>;
-  // Background, grid lines and cells of one tile with its top-left corner at `at`.
-  void drawTile(const page::Placement& at, const page::Tile& tile, const CellLookup& cellAt);
+  // The square in hand at the current place, as a puzzle or as its answers.
+  void showsquare(bool showAnswers);
   void applySize(int newSize);
   // Checks the size menu item of this size, or "Larger Size" above 29.
   void checkSizeItems(int newSize);
@@ -184,6 +175,7 @@ class MainWindow : public MainForm, public WindowState {
   Platform& platform_;
   RunControl run_{platform_};
   SquareBuilder builder_{run_};
+  SquareDisplay display_{platform_, surface()};
   PuzzleMaker maker_{run_};
 };
 

@@ -99,6 +99,18 @@ void MainWindow::readRunSettings(bool sizeEntryBox) {
   runTotal = valueOf(Text1);
 }
 
+void MainWindow::prepareLayout(bool sizeEntryBox) {
+  display_.prepareLayout(squareSize, progression());
+  if (sizeEntryBox) {
+    Text6.setMaxLength(display_.entryMaxLength());
+    Text6.setPixelSize(display_.cellWidth() + 1, page::kRowHeight);
+  }
+}
+
+void MainWindow::showsquare(bool showAnswers) {
+  display_.showsquare(square(), placement, progression(), {showAnswers, printChoice != 0 && highlightAnswers == 1});
+}
+
 void MainWindow::mainsub1() {
   practiceActive = 0;
   readRunSettings(false);
@@ -121,7 +133,7 @@ void MainWindow::drawRandomStartNumber() {
   double p = 1;
   do {
     p *= 10;
-  } while (numberText(p).size() <= static_cast<std::size_t>(entryMaxLength) && p < 1e15);
+  } while (numberText(p).size() <= static_cast<std::size_t>(display_.entryMaxLength()) && p < 1e15);
   const double room = p - (static_cast<double>(squareSize) * squareSize * distance + baseStartNumber);
   startNumber = baseStartNumber + std::floor(run_.random() * (room - 1));
   const double allowed = valueOf(Text7);
@@ -152,14 +164,12 @@ bool MainWindow::makeOneSquare() {
   }
   builder_.assignNumbers(startNumber, distance);
 
-  showAnswers = 0;
-  if (printChoice == 0) showsquare();
+  if (printChoice == 0) showsquare(false);
   if (printChoice != 0) {
     maker_.makePuzzle(square(), puzzle);
-    showAnswers = 0;
     if (pagePhase == 1) keepKeyCorner();
     if (pagePhase >= 2) maker_.blankKeyCell(square());
-    if (pagePhase != 1) showsquare();
+    if (pagePhase != 1) showsquare(false);
   }
 
   placeOnPage();

@@ -7,7 +7,7 @@ namespace quill {
 
 void MainWindow::placeOnPage() {
   const int n = squareSize;
-  const bool tiled = page::largerThanPage(n, cellWidth);
+  const bool tiled = page::largerThanPage(n, cellWidth());
   if (printChoice == 2 && !tiled && pagePhase != 1) {
     // Keep the puzzle and its answers where the square lies on the page.
     for (int y = 1; y <= n; ++y) {
@@ -21,7 +21,7 @@ void MainWindow::placeOnPage() {
   pagePrinted = 0;
   if (pagePhase == 1) return;  // the key square is never placed
   run_.setRunState(RunState::Idle);
-  placement = page::nextPlacement(placement, n, cellWidth);
+  placement = page::nextPlacement(placement, n, cellWidth());
   const bool lastOfRun = runDone + 1 == runTotal && pagePhase == 0;
   if (!page::pastBottom(placement, n) && !lastOfRun && pagePhase != 26) return;
 
@@ -30,14 +30,13 @@ void MainWindow::placeOnPage() {
   if (tiled) {
     surface().clear();
   } else {
-    printPage();
+    display_.printPage();
   }
   const page::Placement pageEnd = placement;
   placement = {};
-  showAnswers = 1;
   if (printChoice == 2) {
     if (tiled) {
-      showsquare();
+      showsquare(true);
     } else {
       printAnswerPage(pageEnd);
     }
@@ -62,13 +61,13 @@ void MainWindow::printAnswerPage(const page::Placement& pageEnd) {
   const page::Tile whole{1, 1, n, n, 1, 1};
   for (;;) {
     run_.yieldToUser();
-    drawTile(placement, whole, cellAt);
-    placement = page::nextPlacement(placement, n, cellWidth);
+    display_.drawTile(placement, whole, cellAt);
+    placement = page::nextPlacement(placement, n, cellWidth());
     const bool reachedPageEnd = placement.gridTop > pageEnd.gridTop ||
                                 (placement.gridTop >= pageEnd.gridTop && placement.gridLeft >= pageEnd.gridLeft);
     if (page::pastBottom(placement, n) || reachedPageEnd) break;
   }
-  printPage();
+  display_.printPage();
 }
 
 }  // namespace quill

@@ -34,11 +34,6 @@ struct WindowState {
   // blankTarget, difficultyLevel and the line choices.
   PuzzleSettings puzzle;
   std::string magicTotalText;
-  int numberChars = 0;
-  std::int16_t entryMaxLength = 0;
-  int cellWidth = 0;
-  int visibleColumns = 0;
-  int visibleRows = 0;
   double sizeEntry = 0;
   double trialDivisor = 0;
 
@@ -61,7 +56,6 @@ struct WindowState {
 
   // Drawing and pages.
   page::Placement placement;  // where the next square goes
-  int showAnswers = 0;
   PageGrid pagePuzzle{};
   PageGrid pageAnswers{};
   int keyColumn = 0, keyRow = 0;

@@ -21,11 +21,11 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
   originY = 1;
   const auto hits = [&] {
     const double left = cursorX, top = cursorY;
-    return left <= x && x < left + cellWidth && top <= y && y < top + page::kRowHeight;
+    return left <= x && x < left + cellWidth() && top <= y && y < top + page::kRowHeight;
   };
   while (!hits()) {
     ++originX;
-    cursorX += cellWidth;
+    cursorX += cellWidth();
     if (originX > n) {
       originX = 1;
       cursorX = placement.gridLeft;

@@ -43,7 +43,6 @@ void MainWindow::Command4_Click() {
       surface().clear();
       cursorX = 1;
       cursorY = 1;
-      showAnswers = 1;
       if (run_.runState() != RunState::NewSquare) ++runDone;
       run_.setRunState(RunState::Idle);
       showScore();
@@ -78,10 +77,8 @@ void MainWindow::playOnePuzzle() {
   if (Check1.value() == 1) drawRandomStartNumber();
   setCaption(practiceCreationCaption());
   builder_.buildsquare(squareSize, startNumber, distance);
-  showAnswers = 0;
   maker_.makePuzzle(square(), puzzle);
-  showAnswers = 0;
-  showsquare();
+  showsquare(false);
   blanksLeft = maker_.rankCounter();
   showScore();
 

@@ -6,7 +6,7 @@
 namespace quill {
 
 void MainWindow::syncPrintCount() {
-  const int capacity = page::pageCapacity(squareSize, cellWidth);
+  const int capacity = page::pageCapacity(squareSize, cellWidth());
   if (numericValue(Text1.text()) > capacity || Check12.checked()) Text1.setText(numberText(capacity));
   if (numericValue(Text1.text()) == capacity) Check12.setValue(1);
 }
@@ -22,7 +22,7 @@ void MainWindow::Text1_Change() {
   // "Fill Page" is checked exactly when the print count fills the page, and
   // the count never goes above that.
   refreshCellMetrics();
-  const int capacity = page::pageCapacity(squareSize, cellWidth);
+  const int capacity = page::pageCapacity(squareSize, cellWidth());
   if (numericValue(Text1.text()) > capacity) Text1.setText(numberText(capacity));
   if (numericValue(Text1.text()) == capacity) Check12.setValue(1);
   if (numericValue(Text1.text()) < capacity) Check12.setValue(0);
@@ -31,7 +31,7 @@ void MainWindow::Text1_Change() {
 void MainWindow::Check12_Click() {
   if (!Check12.checked()) return;  // clearing keeps the print count
   refreshCellMetrics();
-  Text1.setText(numberText(page::pageCapacity(squareSize, cellWidth)));
+  Text1.setText(numberText(page::pageCapacity(squareSize, cellWidth())));
 }
 
 void MainWindow::text4_KeyUp(int /*keyCode*/, int /*shift*/) {

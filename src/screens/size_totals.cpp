@@ -22,12 +22,11 @@ void MainWindow::refreshTotals() {
 }
 
 void MainWindow::refreshCellMetrics() {
-  numberChars = progression().numberChars();
-  cellWidth = page::cellWidthFor(numberChars);
+  display_.prepareLayout(squareSize, progression());
 }
 
 void MainWindow::refreshPageFit() {
-  if (page::largerThanPage(squareSize, cellWidth)) {
+  if (page::largerThanPage(squareSize, cellWidth())) {
     Command4.setEnabled(false);
     if (Command4.visible()) Label19.setVisible(true);
   } else {

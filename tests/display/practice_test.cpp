@@ -39,7 +39,7 @@ class Practice : public WindowTest {
   }
   // A press in the middle of a cell's pixels.
   void click(Cell cell) {
-    w.userMouseDown(1, 0, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth + w.cellWidth / 2),
+    w.userMouseDown(1, 0, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth() + w.cellWidth() / 2),
                     static_cast<float>(w.placement.gridTop + (cell.second - 1) * page::kRowHeight + 9));
   }
   void enter(const std::string& text) {
@@ -72,9 +72,9 @@ TEST_F(Practice, SolvingEveryBlankCountsTheSquareAndBuildsTheNext) {
     click(cell);
     // The box lies exactly over the cell, as wide as the cell and one line more.
     ASSERT_TRUE(w.Text6.visible() && w.Text6.enabled());
-    EXPECT_EQ(w.Text6.rect().left / 15, w.placement.gridLeft + (cell.first - 1) * w.cellWidth);
+    EXPECT_EQ(w.Text6.rect().left / 15, w.placement.gridLeft + (cell.first - 1) * w.cellWidth());
     EXPECT_EQ(w.Text6.rect().top / 15, w.placement.gridTop + (cell.second - 1) * page::kRowHeight);
-    EXPECT_EQ(w.Text6.rect().width / 15, w.cellWidth + 1);
+    EXPECT_EQ(w.Text6.rect().width / 15, w.cellWidth() + 1);
     EXPECT_EQ(w.Text6.rect().height / 15, page::kRowHeight);
     const std::string answer = answerAt(cell);
     enter(answer);
@@ -82,7 +82,7 @@ TEST_F(Practice, SolvingEveryBlankCountsTheSquareAndBuildsTheNext) {
     // Written in print form from one unit left of the cell's edge.
     const auto& ops = w.surface().ops();
     EXPECT_EQ(ops.back().text, " " + answer + " ");
-    EXPECT_EQ(ops[ops.size() - 2].x1, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth - 1));
+    EXPECT_EQ(ops[ops.size() - 2].x1, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth() - 1));
     EXPECT_EQ(ops[ops.size() - 2].y1, static_cast<float>(w.placement.gridTop + (cell.second - 1) * page::kRowHeight + 3));
   });
   ASSERT_EQ(firstBlanks, 4);

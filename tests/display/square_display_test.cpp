@@ -9,35 +9,41 @@
 #include "construction/square_builder.h"
 #include "platform/number_text.h"
 #include "support/drawing.h"
-#include "support/window_fixture.h"
+#include "display/square_display.h"
+#include "support/fake_platform.h"
 
 namespace quill::testing {
 namespace {
 
-class SquareDisplay : public WindowTest {
+class SquareDisplayTest : public ::testing::Test {
  protected:
   void buildAndPrepare(int n, double start, double distance) {
-    w.squareSize = n;
-    w.startNumber = start;
-    w.distance = distance;
-    FakePlatform quiet;
-    RunControl run(quiet);
+    numbers = {n, start, distance};
+    RunControl run(platform);
     auto builder = std::make_unique<SquareBuilder>(run);
     builder->buildsquare(n, start, distance);
-    w.square() = builder->square();
-    w.prepareLayout(false);
-    w.placement = {};
+    square = std::make_unique<Square>(builder->square());
+    display.prepareLayout(n, numbers);
   }
-  const std::vector<DrawOp>& ops() { return w.surface().ops(); }
+  void show(SquareView view = {}) { display.showsquare(*square, {}, numbers, view); }
+  const std::vector<DrawOp>& ops() { return surface.ops(); }
   const DrawOp* textOf(double number) {
     for (const DrawOp& op : ops()) {
       if (op.kind == DrawOp::Kind::Text && op.text == numberText(number)) return &op;
     }
     return nullptr;
   }
+
+  SquareDisplayTest() { platform.attach(&form); }
+  FakePlatform platform;
+  Form form;  // what a printed page is taken from
+  Surface& surface = form.surface();
+  SquareDisplay display{platform, surface};
+  Progression numbers;
+  std::unique_ptr<Square> square;
 };
 
-TEST_F(SquareDisplay, LayoutFollowsTheWidestNumber) {
+TEST_F(SquareDisplayTest, LayoutFollowsTheWidestNumber) {
   struct Case {
     int n;
     double start, distance;
@@ -49,23 +55,19 @@ TEST_F(SquareDisplay, LayoutFollowsTheWidestNumber) {
       {31, 1, 1, 3, 3, 24, 31, 29},     {19, 10000, 1, 5, 5, 40, 18, 19}, {101, 1, 1, 5, 5, 40, 18, 29},
   };
   for (const Case& c : cases) {
-    w.squareSize = c.n;
-    w.startNumber = c.start;
-    w.distance = c.distance;
-    w.prepareLayout(true);
+    display.prepareLayout(c.n, {c.n, c.start, c.distance});
     SCOPED_TRACE(::testing::Message() << c.n << " " << c.start);
-    EXPECT_EQ(w.numberChars, c.numberChars);
-    EXPECT_EQ(w.entryMaxLength, c.entryMaxLength);
-    EXPECT_EQ(w.cellWidth, c.cellWidth);
-    EXPECT_EQ(w.visibleColumns, c.visibleColumns);
-    EXPECT_EQ(w.visibleRows, c.visibleRows);
-    EXPECT_EQ(w.Text6.maxLength(), c.entryMaxLength);
+    EXPECT_EQ(display.numberChars(), c.numberChars);
+    EXPECT_EQ(display.entryMaxLength(), c.entryMaxLength);
+    EXPECT_EQ(display.cellWidth(), c.cellWidth);
+    EXPECT_EQ(display.visibleColumns(), c.visibleColumns);
+    EXPECT_EQ(display.visibleRows(), c.visibleRows);
   }
 }
 
-TEST_F(SquareDisplay, AFiveByFiveSquareOnTheSurface) {
+TEST_F(SquareDisplayTest, AFiveByFiveSquareOnTheSurface) {
   buildAndPrepare(5, 1, 1);
-  w.showsquare();
+  show();
   ASSERT_EQ(gridBoxes(ops()), (std::vector<GridBox>{{8, 8, 128, 98}}));
   int vertical = 0, horizontal = 0;
   for (const DrawOp& op : ops()) {
@@ -75,23 +77,23 @@ TEST_F(SquareDisplay, AFiveByFiveSquareOnTheSurface) {
   }
   EXPECT_EQ(vertical, 6);
   EXPECT_EQ(horizontal, 6);
-  const DrawOp* topLeft = textOf(w.square().squareNumbers[1][1]);
+  const DrawOp* topLeft = textOf(square->squareNumbers[1][1]);
   ASSERT_NE(topLeft, nullptr);
   EXPECT_EQ(topLeft->x1, 10);
   EXPECT_EQ(topLeft->y1, 11);
-  const DrawOp* bottomRight = textOf(w.square().squareNumbers[5][5]);
+  const DrawOp* bottomRight = textOf(square->squareNumbers[5][5]);
   EXPECT_EQ(bottomRight->x1, 10 + 4 * 24);
   EXPECT_EQ(bottomRight->y1, 11 + 4 * 18);
   EXPECT_EQ(cellTexts(ops()).size(), 25u);
   EXPECT_TRUE(platform.pages.empty());
 }
 
-TEST_F(SquareDisplay, NonNegativeNumbersStandClearOfTheMinusSigns) {
+TEST_F(SquareDisplayTest, NonNegativeNumbersStandClearOfTheMinusSigns) {
   buildAndPrepare(5, -3, 1);
-  w.showsquare();
+  show();
   for (int y = 1; y <= 5; ++y) {
     for (int x = 1; x <= 5; ++x) {
-      const double number = w.square().squareNumbers[x][y];
+      const double number = square->squareNumbers[x][y];
       const DrawOp* text = textOf(number);
       ASSERT_NE(text, nullptr) << number;
       EXPECT_EQ(text->x1, 8 + (x - 1) * 24 + (number >= 0 ? 5 : 2)) << number;
@@ -99,10 +101,10 @@ TEST_F(SquareDisplay, NonNegativeNumbersStandClearOfTheMinusSigns) {
   }
 }
 
-TEST_F(SquareDisplay, BlanksAreEmptyInThePuzzleAndShadedInTheAnswers) {
+TEST_F(SquareDisplayTest, BlanksAreEmptyInThePuzzleAndShadedInTheAnswers) {
   buildAndPrepare(7, 1, 1);
-  const double answer = w.square().squareRanks[2][3];
-  w.square().squareNumbers[2][3] = kBlankMarker;
+  const double answer = square->squareRanks[2][3];
+  square->squareNumbers[2][3] = kBlankMarker;
   const float cellLeft = 8 + 24, cellTop = 8 + 2 * 18;
   const auto shaded = [&] {
     return std::any_of(ops().begin(), ops().end(), [&](const DrawOp& op) {
@@ -111,17 +113,13 @@ TEST_F(SquareDisplay, BlanksAreEmptyInThePuzzleAndShadedInTheAnswers) {
     });
   };
   struct Case {
-    int showAnswers, printChoice, highlightAnswers;
+    bool showAnswers, shadeFormerBlanks;
     bool answerShown, shadedExpected;
   };
-  for (const Case c : {Case{0, 1, 1, false, false}, Case{1, 1, 1, true, true}, Case{1, 2, 0, true, false},
-                       Case{1, 0, 1, true, false}}) {
-    w.surface().clear();
-    w.showAnswers = c.showAnswers;
-    w.printChoice = c.printChoice;
-    w.highlightAnswers = c.highlightAnswers;
-    w.showsquare();
-    SCOPED_TRACE(::testing::Message() << c.showAnswers << c.printChoice << c.highlightAnswers);
+  for (const Case c : {Case{false, true, false, false}, Case{true, true, true, true}, Case{true, false, true, false}}) {
+    surface.clear();
+    show({c.showAnswers, c.shadeFormerBlanks});
+    SCOPED_TRACE(::testing::Message() << c.showAnswers << c.shadeFormerBlanks);
     EXPECT_EQ(textOf(answer) != nullptr, c.answerShown);
     EXPECT_EQ(shaded(), c.shadedExpected);
     EXPECT_EQ(cellTexts(ops()).size(), c.answerShown ? 49u : 48u);
@@ -130,7 +128,7 @@ TEST_F(SquareDisplay, BlanksAreEmptyInThePuzzleAndShadedInTheAnswers) {
 
 // Squares wider or taller than the page: every cell is printed exactly once,
 // every tile on a page of its own with its label, and the surface ends empty.
-TEST_F(SquareDisplay, TiledSquaresPutEveryCellOnPaperOnce) {
+TEST_F(SquareDisplayTest, TiledSquaresPutEveryCellOnPaperOnce) {
   struct Case {
     int n;
     double start;
@@ -142,12 +140,10 @@ TEST_F(SquareDisplay, TiledSquaresPutEveryCellOnPaperOnce) {
     SCOPED_TRACE(c.n);
     platform.pages.clear();
     buildAndPrepare(c.n, c.start, 1);
-    const int columns = w.visibleColumns, rows = w.visibleRows;
-    w.showAnswers = 1;
-    w.printChoice = 0;
-    w.showsquare();
-    EXPECT_EQ(w.visibleColumns, columns);
-    EXPECT_EQ(w.visibleRows, rows);
+    const int columns = display.visibleColumns(), rows = display.visibleRows();
+    show({true, false});
+    EXPECT_EQ(display.visibleColumns(), columns);
+    EXPECT_EQ(display.visibleRows(), rows);
     EXPECT_TRUE(ops().empty());
     ASSERT_EQ(platform.pages.size(), static_cast<std::size_t>(c.tiles));
 

@@ -323,11 +323,11 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
         ++y;
       }
     }
-    const QRect cell(8 + (x - 1) * w.cellWidth, 8 + (y - 1) * page::kRowHeight, w.cellWidth, page::kRowHeight);
+    const QRect cell(8 + (x - 1) * w.cellWidth(), 8 + (y - 1) * page::kRowHeight, w.cellWidth(), page::kRowHeight);
     QTest::mouseClick(view.surfaceWidget(), Qt::LeftButton, {}, cell.center());
     EXPECT_TRUE(box->isVisible());
     EXPECT_TRUE(box->hasFocus());
-    EXPECT_EQ(box->geometry(), QRect(cell.topLeft(), QSize(w.cellWidth + 1, page::kRowHeight)));
+    EXPECT_EQ(box->geometry(), QRect(cell.topLeft(), QSize(w.cellWidth() + 1, page::kRowHeight)));
 
     QTest::keyClicks(box, "99");
     QTest::keyClick(box, Qt::Key_Return);

@@ -164,7 +164,7 @@ TEST_F(Pages, StartUpLeavesTheDesignedMainPageAndTheStartValues) {
             0);
   EXPECT_EQ(w.pagePhase, 0);
   EXPECT_EQ(w.practiceActive, 0);
-  EXPECT_EQ(w.cellWidth, 0);  // nothing is computed until something changes
+  EXPECT_EQ(w.cellWidth(), 0);  // nothing is computed until something changes
 
   // The design-time texts agree with those values.
   EXPECT_EQ(w.Text2.text(), "5");
@@ -234,7 +234,7 @@ TEST_F(Pages, ReturningKeepsTheInputsAndRecomputesOnlyThePageFit) {
   EXPECT_EQ(w.text4.text(), "abc");
   EXPECT_EQ(w.Text1.text(), "7");
   EXPECT_EQ(w.startNumber, 1);
-  EXPECT_EQ(w.cellWidth, 32);  // 1681 has four characters
+  EXPECT_EQ(w.cellWidth(), 32);  // 1681 has four characters
   EXPECT_TRUE(w.Label19.visible());
   EXPECT_FALSE(w.Command4.enabled());
 

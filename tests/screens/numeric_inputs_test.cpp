@@ -50,11 +50,11 @@ TEST_F(NumericInputs, ASmallCountSurvivesSizeChangesUntilItFillsThePage) {
 
 TEST_F(NumericInputs, CheckingFillPageFirstThingComputesTheCapacity) {
   // No refresh has run yet, so the cell width is still unset.
-  ASSERT_EQ(w.cellWidth, 0);
+  ASSERT_EQ(w.cellWidth(), 0);
   w.Check12.userClick();
   w.Check12.userClick();
   EXPECT_EQ(printCount(), "25 filled");
-  EXPECT_EQ(w.cellWidth, 24);
+  EXPECT_EQ(w.cellWidth(), 24);
 }
 
 TEST_F(NumericInputs, PageCapacityOfTheMenuSizes) {
@@ -78,9 +78,7 @@ TEST_F(NumericInputs, PageCapacityIsWhatFitsOnThePage) {
     for (int divisor = 3; divisor * divisor <= n; divisor += 2) prime = prime && n % divisor != 0;
     if (!prime) continue;
     for (int cellWidth = 24; cellWidth <= 184; cellWidth += 8) {
-      w.squareSize = n;
-      w.cellWidth = cellWidth;
-      const int capacity = page::pageCapacity(w.squareSize, w.cellWidth);
+      const int capacity = page::pageCapacity(n, cellWidth);
       const int across = std::max(1, (width - 8 - n * cellWidth) / ((n + 1) * cellWidth) + 1);
       const int down = std::max(1, (height - 8 - 18 * n) / (18 * n + 18) + 1);
       ASSERT_EQ(capacity, across * down) << n << " " << cellWidth;
@@ -122,7 +120,7 @@ TEST_F(NumericInputs, NineDigitStartAndDistanceStillFitFivePerPage) {
   retype(w.text4, "999999999");
   retype(w.Text5, "999999999");
   EXPECT_EQ(w.Label18.caption(), "Last number is {very large!}");
-  EXPECT_EQ(w.cellWidth, 88);
+  EXPECT_EQ(w.cellWidth(), 88);
   EXPECT_TRUE(w.Command4.enabled());
   EXPECT_FALSE(w.Label19.visible());
   EXPECT_EQ(printCount(), "5 filled");

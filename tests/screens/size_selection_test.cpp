@@ -199,8 +199,8 @@ TEST_F(SizeSelection, CellMetricsAndPageFit) {
     retype(w.text4, c.start);
     retype(w.Text5, c.distance);
     SCOPED_TRACE(std::string(c.size) + " " + c.start + " " + c.distance);
-    EXPECT_EQ(w.numberChars, c.numberChars);
-    EXPECT_EQ(w.cellWidth, c.cellWidth);
+    EXPECT_EQ(w.display().numberChars(), c.numberChars);
+    EXPECT_EQ(w.cellWidth(), c.cellWidth);
     EXPECT_EQ(w.Command4.enabled(), c.fitsPage);
     EXPECT_EQ(w.Label19.visible(), !c.fitsPage);
   }
