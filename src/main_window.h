@@ -125,6 +125,9 @@ class MainWindow : public MainForm, public WindowState {
   int cellWidth() const { return display_.cellWidth(); }
   // The cell layout of a run or a practice; the practice also sizes its entry box.
   void prepareLayout(bool sizeEntryBox);
+  // A practice puzzle stands where a page's first square does; clicks are
+  // measured from there.
+  static constexpr page::Placement kPracticeCorner{};
 
  private:
   void openPage(Screen page);
@@ -152,17 +155,9 @@ class MainWindow : public MainForm, public WindowState {
   std::string practiceCreationCaption() const;
   std::string scoreCaption() const;
   void showScore();
+  // The square in hand, as drawn before its answers are known, at `at`.
+  void showsquare(const page::Placement& at);
 
-  // The continuation phase's key square corner.
-  void keepKeyCorner();
-
-  // Pages: place the square just drawn, print a full page and its answers.
-  void placeOnPage();
-  // The answer page of the page just printed, which ended at pageEnd.
-  void printAnswerPage(const page::Placement& pageEnd);
-
-  // The square in hand at the current place, as a puzzle or as its answers.
-  void showsquare(bool showAnswers);
   void applySize(int newSize);
   // Checks the size menu item of this size, or "Larger Size" above 29.
   void checkSizeItems(int newSize);
@@ -176,6 +171,7 @@ class MainWindow : public MainForm, public WindowState {
   RunControl run_{platform_};
   SquareBuilder builder_{run_};
   SquareDisplay display_{platform_, surface()};
+  RunPages pages_{run_, display_};
   PuzzleMaker maker_{run_};
 };
 

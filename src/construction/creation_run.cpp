@@ -39,8 +39,8 @@ void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
 
 std::string MainWindow::progressCaption() const {
   const std::string t = numberText(squareSize);
-  const char* ending = printChoice == 2   ? " puzzles and answers left to print."
-                       : printChoice == 1 ? " puzzles left to print."
+  const char* ending = printChoice == PrintChoice::PuzzlesAndAnswers ? " puzzles and answers left to print."
+                       : printChoice == PrintChoice::Puzzles         ? " puzzles left to print."
                                           : " squares left to print.";
   return std::string(pagePhase == 1 ? "Creating Giant (" : "Creating (") + t + " by " + t +
          ") Complete Magic Square(s): " + numberText(runTotal - runDone) + " out of " + numberText(runTotal) +
@@ -107,8 +107,8 @@ void MainWindow::prepareLayout(bool sizeEntryBox) {
   }
 }
 
-void MainWindow::showsquare(bool showAnswers) {
-  display_.showsquare(square(), placement, progression(), {showAnswers, printChoice != 0 && highlightAnswers == 1});
+void MainWindow::showsquare(const page::Placement& at) {
+  display_.showsquare(square(), at, progression(), {});
 }
 
 void MainWindow::mainsub1() {
@@ -120,9 +120,7 @@ void MainWindow::mainsub1() {
   showScreen(Screen::Run);
   platform_.maximiseWindow();
 
-  cursorX = 1;
-  cursorY = 1;
-  placement = {};
+  pages_.startPage();
   baseStartNumber = startNumber;
 }
 
@@ -156,47 +154,34 @@ bool MainWindow::makeOneSquare() {
   if (pagePhase == 1) startNumber = 1;
   if (pagePhase >= 2) {
     // Each continuation square starts at the next number of the key square's corner.
-    if (++keyColumn > 5) {
-      keyColumn = 1;
-      if (++keyRow > 5) keyRow = 1;
-    }
-    startNumber = keyRanks[keyColumn][keyRow] * distance + firstStartNumber;
+    startNumber = pages_.nextKeyRank() * distance + firstStartNumber;
   }
   builder_.assignNumbers(startNumber, distance);
 
-  if (printChoice == 0) showsquare(false);
-  if (printChoice != 0) {
+  if (printChoice == PrintChoice::Squares) showsquare(pages_.placement());
+  if (printChoice != PrintChoice::Squares) {
     maker_.makePuzzle(square(), puzzle);
-    if (pagePhase == 1) keepKeyCorner();
+    if (pagePhase == 1) pages_.keepKeyCorner(square());
     if (pagePhase >= 2) maker_.blankKeyCell(square());
-    if (pagePhase != 1) showsquare(false);
+    if (pagePhase != 1) showsquare(pages_.placement());
   }
 
-  placeOnPage();
-  if (pagePrinted == 1 || pagePhase == 0) {
+  const bool lastOfRun = runDone + 1 == runTotal && pagePhase == 0;
+  const bool pagePrinted =
+      pages_.placeOnPage(square(), {printChoice, pagePhase, lastOfRun, highlightAnswers == 1, progression()});
+  if (pagePrinted || pagePhase == 0) {
     ++runDone;
     if (runDone == runTotal) return true;
   }
   if (pagePhase <= 1) setCaption(progressCaption());
   if (pagePhase > 0) ++pagePhase;
-  if (pagePrinted == 1) pagePhase = 1;
+  if (pagePrinted) pagePhase = 1;
   return false;
-}
-
-void MainWindow::keepKeyCorner() {
-  for (int c = 1; c <= 5; ++c) {
-    for (int r = 1; r <= 5; ++r) {
-      keyNumbers[c][r] = square().squareNumbers[c][r];
-      keyRanks[c][r] = square().squareRanks[c][r];
-    }
-  }
-  keyColumn = 0;
-  keyRow = 1;
 }
 
 void MainWindow::restoreMainPage() {
   startNumber = baseStartNumber;  // a random starting number never outlives its run
-  placement = {};
+  pages_.startPage();
   surface().clear();
   setCaption(kProgramTitle);
   showScreen(Screen::Main);

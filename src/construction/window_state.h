@@ -9,17 +9,12 @@
 #include <cstdint>
 #include <string>
 
-#include "construction/page_geometry.h"
+#include "construction/run_pages.h"
 #include "construction/square.h"
 #include "patterns/puzzle_maker.h"
 
 namespace quill {
 
-constexpr int kPageCells = 30;    // page buffers: indexes 0..29
-constexpr int kKeyCells = 6;      // key square corner: indexes 0..5
-
-using PageGrid = GridOf<kPageCells>;
-using KeyGrid = GridOf<kKeyCells>;
 
 struct WindowState {
   // Settings of the square and the run.
@@ -28,8 +23,8 @@ struct WindowState {
   double distance = 0;
   double baseStartNumber = 0;
   double firstStartNumber = 0;
-  int printChoice = 0;  // 0 squares, 1 puzzles, 2 puzzles and answers
-  int savedPrintChoice = 0;
+  PrintChoice printChoice = PrintChoice::Squares;
+  PrintChoice savedPrintChoice = PrintChoice::Squares;
   int highlightAnswers = 0;
   // blankTarget, difficultyLevel and the line choices.
   PuzzleSettings puzzle;
@@ -41,7 +36,6 @@ struct WindowState {
   double runTotal = 0;
   int runDone = 0;
   int pagePhase = 0;
-  int pagePrinted = 0;
   int practiceActive = 0;
   int createWasDisabled = 0;
   int correctCount = 0;
@@ -53,14 +47,6 @@ struct WindowState {
 
   // Practice: blanks still empty, plus 1.
   int blanksLeft = 0;
-
-  // Drawing and pages.
-  page::Placement placement;  // where the next square goes
-  PageGrid pagePuzzle{};
-  PageGrid pageAnswers{};
-  int keyColumn = 0, keyRow = 0;
-  KeyGrid keyNumbers{};
-  KeyGrid keyRanks{};
 
   // Practice cell entry.
   int prevOriginX = 0;

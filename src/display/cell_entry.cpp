@@ -15,8 +15,8 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
   const int previousRow = originY;
 
   // Every cell from the grid's corner, row by row; the first hit wins.
-  cursorX = placement.gridLeft;
-  cursorY = placement.gridTop;
+  cursorX = kPracticeCorner.gridLeft;
+  cursorY = kPracticeCorner.gridTop;
   originX = 1;
   originY = 1;
   const auto hits = [&] {
@@ -28,7 +28,7 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
     cursorX += cellWidth();
     if (originX > n) {
       originX = 1;
-      cursorX = placement.gridLeft;
+      cursorX = kPracticeCorner.gridLeft;
       ++originY;
       cursorY += page::kRowHeight;
     }

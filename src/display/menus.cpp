@@ -5,21 +5,21 @@
 namespace quill {
 
 void MainWindow::panswers_Click() {
-  printChoice = 0;
+  printChoice = PrintChoice::Squares;
   panswers.setChecked(true);
   ppuzzles.setChecked(false);
   pboth.setChecked(false);
 }
 
 void MainWindow::ppuzzles_Click() {
-  printChoice = 1;
+  printChoice = PrintChoice::Puzzles;
   ppuzzles.setChecked(true);
   panswers.setChecked(false);
   pboth.setChecked(false);
 }
 
 void MainWindow::pboth_Click() {
-  printChoice = 2;
+  printChoice = PrintChoice::PuzzlesAndAnswers;
   ppuzzles.setChecked(false);
   panswers.setChecked(false);
   pboth.setChecked(true);

@@ -38,7 +38,6 @@ void MainWindow::Command4_Click() {
       if (run_.runState() == RunState::Abort) break;
       // Solved, or dropped for a new one: wiped at once, answers unseen.
       Text6.setAvailable(false);
-      placement = {};
       platform_.maximiseWindow();
       surface().clear();
       cursorX = 1;
@@ -58,7 +57,7 @@ void MainWindow::startPractice() {
   readPatternChoices();
   practiceActive = 1;
   savedPrintChoice = printChoice;
-  printChoice = 1;  // every practice square is a puzzle
+  printChoice = PrintChoice::Puzzles;  // every practice square is a puzzle
   correctCount = 0;
   incorrectCount = 0;
   readRunSettings(true);
@@ -67,7 +66,6 @@ void MainWindow::startPractice() {
   showScreen(Screen::Practice);
 
   platform_.maximiseWindow();
-  placement = {};
   baseStartNumber = startNumber;
 }
 
@@ -78,7 +76,7 @@ void MainWindow::playOnePuzzle() {
   setCaption(practiceCreationCaption());
   builder_.buildsquare(squareSize, startNumber, distance);
   maker_.makePuzzle(square(), puzzle);
-  showsquare(false);
+  showsquare(kPracticeCorner);
   blanksLeft = maker_.rankCounter();
   showScore();
 

@@ -54,6 +54,7 @@ class SquareDisplay {
   void drawTile(const page::Placement& at, const page::Tile& tile, const CellLookup& cellAt);
   // The print step: maximise, print the window as a page, wipe the surface.
   void printPage();
+  void clear() { surface_.clear(); }
 
  private:
   Platform& platform_;

@@ -22,7 +22,7 @@ void MainWindow::Form_Activate() {
   runTotal = 20;
   runDone = 0;
   platform_.seedRandom(platform_.secondsSinceMidnight());
-  printChoice = 2;
+  printChoice = PrintChoice::PuzzlesAndAnswers;
   puzzle.difficultyLevel = Difficulty::Challenging;
   puzzle.blankTarget = 100;
   puzzle.allDiagonalsChoice = 0;

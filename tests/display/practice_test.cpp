@@ -39,8 +39,8 @@ class Practice : public WindowTest {
   }
   // A press in the middle of a cell's pixels.
   void click(Cell cell) {
-    w.userMouseDown(1, 0, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth() + w.cellWidth() / 2),
-                    static_cast<float>(w.placement.gridTop + (cell.second - 1) * page::kRowHeight + 9));
+    w.userMouseDown(1, 0, static_cast<float>(MainWindow::kPracticeCorner.gridLeft + (cell.first - 1) * w.cellWidth() + w.cellWidth() / 2),
+                    static_cast<float>(MainWindow::kPracticeCorner.gridTop + (cell.second - 1) * page::kRowHeight + 9));
   }
   void enter(const std::string& text) {
     w.Text6.userEdit(text);
@@ -72,8 +72,8 @@ TEST_F(Practice, SolvingEveryBlankCountsTheSquareAndBuildsTheNext) {
     click(cell);
     // The box lies exactly over the cell, as wide as the cell and one line more.
     ASSERT_TRUE(w.Text6.visible() && w.Text6.enabled());
-    EXPECT_EQ(w.Text6.rect().left / 15, w.placement.gridLeft + (cell.first - 1) * w.cellWidth());
-    EXPECT_EQ(w.Text6.rect().top / 15, w.placement.gridTop + (cell.second - 1) * page::kRowHeight);
+    EXPECT_EQ(w.Text6.rect().left / 15, MainWindow::kPracticeCorner.gridLeft + (cell.first - 1) * w.cellWidth());
+    EXPECT_EQ(w.Text6.rect().top / 15, MainWindow::kPracticeCorner.gridTop + (cell.second - 1) * page::kRowHeight);
     EXPECT_EQ(w.Text6.rect().width / 15, w.cellWidth() + 1);
     EXPECT_EQ(w.Text6.rect().height / 15, page::kRowHeight);
     const std::string answer = answerAt(cell);
@@ -82,8 +82,8 @@ TEST_F(Practice, SolvingEveryBlankCountsTheSquareAndBuildsTheNext) {
     // Written in print form from one unit left of the cell's edge.
     const auto& ops = w.surface().ops();
     EXPECT_EQ(ops.back().text, " " + answer + " ");
-    EXPECT_EQ(ops[ops.size() - 2].x1, static_cast<float>(w.placement.gridLeft + (cell.first - 1) * w.cellWidth() - 1));
-    EXPECT_EQ(ops[ops.size() - 2].y1, static_cast<float>(w.placement.gridTop + (cell.second - 1) * page::kRowHeight + 3));
+    EXPECT_EQ(ops[ops.size() - 2].x1, static_cast<float>(MainWindow::kPracticeCorner.gridLeft + (cell.first - 1) * w.cellWidth() - 1));
+    EXPECT_EQ(ops[ops.size() - 2].y1, static_cast<float>(MainWindow::kPracticeCorner.gridTop + (cell.second - 1) * page::kRowHeight + 3));
   });
   ASSERT_EQ(firstBlanks, 4);
   const std::string creating = "Creating (5 by 5) Complete Magic Square (with blanks)";
@@ -210,7 +210,7 @@ TEST_F(Practice, QuittingAtAnyYieldRestoresTheMainPage) {
       };
       w.Command4.userClick();
       ASSERT_EQ(differences(pageState(w), before), "") << "quit at yield " << quitAt;
-      ASSERT_EQ(w.printChoice, 0);
+      ASSERT_EQ(w.printChoice, PrintChoice::Squares);
       ASSERT_EQ(w.caption(), "Quillion");
       ASSERT_FALSE(w.Label19.visible());
       ASSERT_TRUE(w.surface().ops().empty());

@@ -153,7 +153,7 @@ TEST_F(Pages, StartUpLeavesTheDesignedMainPageAndTheStartValues) {
   EXPECT_EQ(w.distance, 1);
   EXPECT_EQ(w.runTotal, 20);
   EXPECT_EQ(w.runDone, 0);
-  EXPECT_EQ(w.printChoice, 2);
+  EXPECT_EQ(w.printChoice, PrintChoice::PuzzlesAndAnswers);
   EXPECT_EQ(w.highlightAnswers, 1);
   EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Challenging);
   EXPECT_EQ(w.puzzle.blankTarget, 100);
