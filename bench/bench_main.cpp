@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "construction/square_builder.h"
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_printer.h"
 #include "bench_window.h"

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/random_source.h"
 
 namespace quill {

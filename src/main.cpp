@@ -2,7 +2,7 @@
 #include <QApplication>
 #include <memory>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_platform.h"
 

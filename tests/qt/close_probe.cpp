@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_platform.h"
 

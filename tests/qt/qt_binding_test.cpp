@@ -19,7 +19,7 @@
 #include <utility>
 #include <vector>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_printer.h"
 #include "platform/qt/qt_platform.h"

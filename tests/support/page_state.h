@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "main_window.h"
+#include "window/main_window.h"
 
 namespace quill::testing {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "support/fake_platform.h"
 
 namespace quill::testing {

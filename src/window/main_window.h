@@ -1,17 +1,14 @@
-// MainWindow: the one window. It is the form (its controls and menus), the
-// window state (its variables) and the procedures and event handlers that
-// work on both, talking to the outside only through the Platform.
+// MainWindow: the one window. It is the form (its controls and menus, from
+// the window design), its settings, and the event handlers with their
+// classic names; they read the controls into the components (construction,
+// puzzle maker, display, pages of a run) and write the results back.
 //
-// The procedures are defined in one file per concern:
-//   screens/navigation.cpp        start-up, pages, quitting
-//   screens/property_options.cpp  the properties page's check boxes
-//   screens/size_totals.cpp       totals, cell metrics, page fit
-//   screens/size_selection.cpp    the size menu and the size entry
-//   screens/numeric_inputs.cpp    print count, "Fill Page", start and distance
-//   screens/counting_explanation.cpp  how many squares of the size there are
-//   construction/  square_builder, creation_run, page_layout
-//   patterns/      line_finders, pattern_families, puzzle_maker
-//   display/       square_display, menus, practice, cell_entry
+// The handlers are defined in one file per concern, in this folder:
+//   pages.cpp         start-up, moving between pages, property options, quitting
+//   settings.cpp      size, print count, starting number, distance, captions
+//   creation_run.cpp  "Create", the run and its abort
+//   practice.cpp      "Practice Solving Squares", clicks on cells, the entry box
+//   menus.cpp         the print and puzzle menus
 #pragma once
 
 #include <functional>
@@ -21,7 +18,7 @@
 #include "construction/progression.h"
 #include "construction/run_control.h"
 #include "construction/square_builder.h"
-#include "construction/window_state.h"
+#include "window/window_state.h"
 #include "display/square_display.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
@@ -161,7 +158,6 @@ class MainWindow : public MainForm, public WindowState {
   void applySize(int newSize);
   // Checks the size menu item of this size, or "Larger Size" above 29.
   void checkSizeItems(int newSize);
-  bool sizeEntryIsPrime();
   // What every change of size, starting number or distance ends with.
   void refreshAfterSettingChange();
   void pairClicked(Control& clicked, Control& partner, int& choice, int choiceWhenChecked);

@@ -1,6 +1,6 @@
 // The print and puzzle menus: each stores one setting or request, then moves
 // its group's check mark.
-#include "main_window.h"
+#include "window/main_window.h"
 
 namespace quill {
 

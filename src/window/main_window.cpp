@@ -1,5 +1,5 @@
 // Connects the window's events to their handlers.
-#include "main_window.h"
+#include "window/main_window.h"
 
 namespace quill {
 

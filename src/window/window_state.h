@@ -1,20 +1,15 @@
-// The window-level variables every procedure and handler shares.
+// The window's own variables: the settings its handlers read from the
+// controls and menus, and the state of a run or a practice in hand. What the
+// components need they own themselves.
 //
 // A variable nobody has written reads as 0 (an "empty" value), so everything
-// starts at zero and Form_Activate sets the start-up values. Grids are indexed
-// [x][y] (column, row) from 1; index 0 exists but is not used.
+// starts at zero and Form_Activate sets the start-up values.
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <string>
-
 #include "construction/run_pages.h"
-#include "construction/square.h"
 #include "patterns/puzzle_maker.h"
 
 namespace quill {
-
 
 struct WindowState {
   // Settings of the square and the run.
@@ -28,9 +23,6 @@ struct WindowState {
   int highlightAnswers = 0;
   // blankTarget, difficultyLevel and the line choices.
   PuzzleSettings puzzle;
-  std::string magicTotalText;
-  double sizeEntry = 0;
-  double trialDivisor = 0;
 
   // Run and practice control.
   double runTotal = 0;
@@ -47,9 +39,6 @@ struct WindowState {
 
   // Practice: blanks still empty, plus 1.
   int blanksLeft = 0;
-
-  // Practice cell entry.
-  int prevOriginX = 0;
 };
 
 }  // namespace quill

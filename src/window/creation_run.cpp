@@ -2,7 +2,7 @@
 // print the squares with the progress in the title bar, then restore the page.
 #include <cmath>
 
-#include "main_window.h"
+#include "window/main_window.h"
 #include "platform/number_text.h"
 
 namespace quill {
