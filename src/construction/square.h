@@ -14,6 +14,19 @@ constexpr int kGridExtent = 104;  // indexes 0..103
 constexpr double kBlankMarker = 1e200;
 constexpr bool isBlank(double cell) { return cell >= kBlankMarker; }
 
+// A step or relative position on the square.
+struct Offset {
+  int dx, dy;
+};
+
+// The square is a torus: back into 1..n after one step. No step or relative
+// position reaches n, so one correction always suffices.
+constexpr int wrap(int c, int n) {
+  if (c > n) return c - n;
+  if (c < 1) return c + n;
+  return c;
+}
+
 template <int Extent>
 using GridOf = std::array<std::array<double, Extent>, Extent>;
 using SquareGrid = GridOf<kGridExtent>;

@@ -8,7 +8,6 @@
 #include <cassert>
 
 #include "construction/square_builder.h"
-#include "patterns/line_types.h"
 
 namespace quill {
 

@@ -8,20 +8,11 @@
 
 #include <array>
 
+#include "construction/square.h"
+
 namespace quill {
 
 constexpr int kLineTypes = 24;
-
-struct Offset {
-  int dx, dy;
-};
-
-// Back into 1..n after one step: no step or relative position reaches n.
-constexpr int wrap(int c, int n) {
-  if (c > n) return c - n;
-  if (c < 1) return c + n;
-  return c;
-}
 
 constexpr bool isStraight(int type) { return type >= 1 && type <= 4; }
 constexpr bool isPattern(int type) { return type >= 5 && type <= 24; }

@@ -6,7 +6,7 @@
 // starts at zero and Form_Activate sets the start-up values.
 #pragma once
 
-#include "construction/run_pages.h"
+#include "display/run_pages.h"
 #include "patterns/puzzle_maker.h"
 
 namespace quill {

@@ -1,6 +1,6 @@
 // Pages of a run: squares placed as the page geometry places them; the page
 // printed when full or at the run's last square, then its answer page.
-#include "construction/run_pages.h"
+#include "display/run_pages.h"
 
 #include "platform/number_text.h"
 
