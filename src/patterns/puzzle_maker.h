@@ -82,18 +82,22 @@ class BasicPuzzleMaker {
   void findline1();
   void findline2();
   bool reservedLineMeets(int x, int y);
+  // Walks a line from its anchor with its stepper, the anchor first and each
+  // cell once, in (walkX, walkY), until `look` at a cell says stop; true then.
+  template <class Step, class Look>
+  bool walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look);
   LineWalk walkLine(int type);
 
   // The pattern families: trying to blank the cell through one of the
   // family's lines, and scoring the family's lines for the cell.
-  void d1scross();
-  void d1scross2();
-  void d1scline();
-  void d1scline2();
-  void d2scross();
-  void d2scross2();
-  void d2scline();
-  void d2scline2();
+  void d1scross() { tryFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
+  void d1scross2() { tryFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
+  void d1scline() { tryFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
+  void d1scline2() { tryFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
+  void d2scross() { scoreFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
+  void d2scross2() { scoreFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
+  void d2scline() { scoreFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
+  void d2scline2() { scoreFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
   void tryFamily(int firstType, int choice);
   void scoreFamily(int firstType, int choice);
   bool tryLine(int type);

@@ -47,6 +47,22 @@ void BasicPuzzleMaker<Blanks>::findline2() {
 }
 
 template <class Blanks>
+template <class Step, class Look>
+bool BasicPuzzleMaker<Blanks>::walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look) {
+  walkX = anchor.x;
+  walkY = anchor.y;
+  lineStep = 0;
+  do {
+    if (look(walkX, walkY)) return true;
+    step();
+    ++lineStep;
+    walkX = wrap(walkX, n_);
+    walkY = wrap(walkY, n_);
+  } while (walkX != anchor.x || walkY != anchor.y);
+  return false;
+}
+
+template <class Blanks>
 typename BasicPuzzleMaker<Blanks>::LineWalk BasicPuzzleMaker<Blanks>::walkLine(int type) {
   if (isStraight(type)) {
     // The n cells of a straight line are known by their blanks.
@@ -56,21 +72,12 @@ typename BasicPuzzleMaker<Blanks>::LineWalk BasicPuzzleMaker<Blanks>::walkLine(i
   const SquareGrid& numbers = grid_->squareNumbers;
   LineWalk walk;
   lineType = type;
-  cursorX = cellX;
-  cursorY = cellY;
-  lineStep = 0;
-  do {
-    const double cell = numbers[cursorX][cursorY];
-    if (cell == kLineMarker[type]) {
-      walk.taken = true;
-      return walk;
-    }
+  walk.taken = walkFrom(cursorX, cursorY, {cellX, cellY}, [this] { findline2(); }, [&](int x, int y) {
+    const double cell = numbers[x][y];
+    if (cell == kLineMarker[type]) return true;  // taken: the walk stops here
     if (isBlank(cell)) ++walk.blanks;
-    findline2();
-    ++lineStep;
-    cursorX = wrap(cursorX, n_);
-    cursorY = wrap(cursorY, n_);
-  } while (cursorX != cellX || cursorY != cellY);
+    return false;
+  });
   return walk;
 }
 
@@ -79,55 +86,13 @@ bool BasicPuzzleMaker<Blanks>::reservedLineMeets(int x, int y) {
   if (isStraight(reservedType)) {
     return straightLineNumber(reservedType, reservedX, reservedY, n_) == straightLineNumber(reservedType, x, y, n_);
   }
-  reservedWalkX = reservedX;
-  reservedWalkY = reservedY;
-  lineStep = 0;
-  do {
-    if (reservedWalkX == x && reservedWalkY == y) return true;
-    findline1();
-    ++lineStep;
-    reservedWalkX = wrap(reservedWalkX, n_);
-    reservedWalkY = wrap(reservedWalkY, n_);
-  } while (reservedWalkX != reservedX || reservedWalkY != reservedY);
-  return false;
+  return walkFrom(reservedWalkX, reservedWalkY, {reservedX, reservedY}, [this] { findline1(); },
+                  [&](int walkX, int walkY) { return walkX == x && walkY == y; });
 }
 
 // The four pattern families, each with a trying procedure (blank the cell
 // through the first of the family's lines that is free and keeps the blanks
 // free of cycles) and a scoring procedure.
-
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d1scross() {
-  tryFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d1scross2() {
-  tryFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d1scline() {
-  tryFamily(kFamilyFirstType[2], settings_->crossLineChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d1scline2() {
-  tryFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d2scross() {
-  scoreFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d2scross2() {
-  scoreFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d2scline() {
-  scoreFamily(kFamilyFirstType[2], settings_->crossLineChoice);
-}
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::d2scline2() {
-  scoreFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice);
-}
 
 template <class Blanks>
 void BasicPuzzleMaker<Blanks>::tryFamily(int firstType, int choice) {

@@ -9,56 +9,47 @@ namespace {
 
 constexpr bool kHidden = false;
 
-ControlDesign label(std::string caption, TwipRect rect, std::optional<Rgb> background,
-                    bool visible = true) {
+ControlDesign design(ControlKind kind, std::string text, TwipRect rect, bool visible = true) {
   ControlDesign d;
-  d.kind = ControlKind::Label;
-  d.text = std::move(caption);
+  d.kind = kind;
+  d.text = std::move(text);
   d.rect = rect;
-  d.background = background;
   d.visible = visible;
   return d;
 }
 
+ControlDesign label(std::string caption, TwipRect rect, std::optional<Rgb> background,
+                    bool visible = true) {
+  ControlDesign d = design(ControlKind::Label, std::move(caption), rect, visible);
+  d.background = background;
+  return d;
+}
+
 ControlDesign textBox(std::string text, TwipRect rect, int maxLength = 0) {
-  ControlDesign d;
-  d.kind = ControlKind::TextBox;
-  d.text = std::move(text);
-  d.rect = rect;
+  ControlDesign d = design(ControlKind::TextBox, std::move(text), rect);
   d.maxLength = maxLength;
   return d;
 }
 
 ControlDesign checkBox(std::string caption, TwipRect rect, Rgb background, int value,
                        bool visible = true) {
-  ControlDesign d;
-  d.kind = ControlKind::CheckBox;
-  d.text = std::move(caption);
-  d.rect = rect;
+  ControlDesign d = design(ControlKind::CheckBox, std::move(caption), rect, visible);
   d.background = background;
   d.value = value;
-  d.visible = visible;
   return d;
 }
 
 ControlDesign button(std::string caption, TwipRect rect, bool visible = true,
                      bool enabled = true) {
-  ControlDesign d;
-  d.kind = ControlKind::CommandButton;
-  d.text = std::move(caption);
-  d.rect = rect;
-  d.visible = visible;
+  ControlDesign d = design(ControlKind::CommandButton, std::move(caption), rect, visible);
   d.enabled = enabled;
   return d;
 }
 
 ControlDesign picture(TwipRect rect, Illustration illustration) {
-  ControlDesign d;
-  d.kind = ControlKind::PictureBox;
-  d.rect = rect;
+  ControlDesign d = design(ControlKind::PictureBox, "", rect, kHidden);
   d.background = illustration.whiteBackground ? std::optional<Rgb>(colours::white) : std::nullopt;
   d.illustration = std::move(illustration);
-  d.visible = kHidden;
   return d;
 }
 

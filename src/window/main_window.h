@@ -161,6 +161,9 @@ class MainWindow : public MainForm, public WindowState {
   // What every change of size, starting number or distance ends with.
   void refreshAfterSettingChange();
   void pairClicked(Control& clicked, Control& partner, int& choice, int choiceWhenChecked);
+  void choosePrint(PrintChoice choice);
+  void chooseHighlight(bool shaded);
+  void chooseDifficulty(Difficulty level);
   void wireEvents();
 
   Platform& platform_;

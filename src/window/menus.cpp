@@ -4,50 +4,33 @@
 
 namespace quill {
 
-void MainWindow::panswers_Click() {
-  printChoice = PrintChoice::Squares;
-  panswers.setChecked(true);
-  ppuzzles.setChecked(false);
-  pboth.setChecked(false);
+// The menu item of each choice carries the group's one mark.
+void MainWindow::choosePrint(PrintChoice choice) {
+  printChoice = choice;
+  panswers.setChecked(choice == PrintChoice::Squares);
+  ppuzzles.setChecked(choice == PrintChoice::Puzzles);
+  pboth.setChecked(choice == PrintChoice::PuzzlesAndAnswers);
 }
 
-void MainWindow::ppuzzles_Click() {
-  printChoice = PrintChoice::Puzzles;
-  ppuzzles.setChecked(true);
-  panswers.setChecked(false);
-  pboth.setChecked(false);
+void MainWindow::chooseHighlight(bool shaded) {
+  highlightAnswers = shaded ? 1 : 0;
+  highlighted.setChecked(shaded);
+  nhighlighted.setChecked(!shaded);
 }
 
-void MainWindow::pboth_Click() {
-  printChoice = PrintChoice::PuzzlesAndAnswers;
-  ppuzzles.setChecked(false);
-  panswers.setChecked(false);
-  pboth.setChecked(true);
+void MainWindow::chooseDifficulty(Difficulty level) {
+  puzzle.difficultyLevel = level;
+  easy.setChecked(level == Difficulty::Easy);
+  challenging.setChecked(level == Difficulty::Challenging);
 }
 
-void MainWindow::highlighted_Click() {
-  highlightAnswers = 1;
-  highlighted.setChecked(true);
-  nhighlighted.setChecked(false);
-}
-
-void MainWindow::nhighlighted_Click() {
-  highlightAnswers = 0;
-  highlighted.setChecked(false);
-  nhighlighted.setChecked(true);
-}
-
-void MainWindow::easy_Click() {
-  puzzle.difficultyLevel = Difficulty::Easy;
-  easy.setChecked(true);
-  challenging.setChecked(false);
-}
-
-void MainWindow::challenging_Click() {
-  puzzle.difficultyLevel = Difficulty::Challenging;
-  easy.setChecked(false);
-  challenging.setChecked(true);
-}
+void MainWindow::panswers_Click() { choosePrint(PrintChoice::Squares); }
+void MainWindow::ppuzzles_Click() { choosePrint(PrintChoice::Puzzles); }
+void MainWindow::pboth_Click() { choosePrint(PrintChoice::PuzzlesAndAnswers); }
+void MainWindow::highlighted_Click() { chooseHighlight(true); }
+void MainWindow::nhighlighted_Click() { chooseHighlight(false); }
+void MainWindow::easy_Click() { chooseDifficulty(Difficulty::Easy); }
+void MainWindow::challenging_Click() { chooseDifficulty(Difficulty::Challenging); }
 
 // Requests to the practice loop.
 void MainWindow::newsquare_Click() { run_.setRunState(RunState::NewSquare); }
