@@ -1,5 +1,5 @@
-// The hot paths: building one square, a whole run that fills and prints a
-// page, and rendering a printed page to PDF.
+// The hot paths: building one square, start-up, a whole run that fills and
+// prints a page, and rendering a printed page to PDF.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -28,6 +28,18 @@ void BM_BuildSquare(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(0));
 }
 BENCHMARK(BM_BuildSquare)->Arg(5)->Arg(29)->Arg(101)->Unit(benchmark::kMicrosecond);
+
+// Start-up: the window and its activation, with and without its Qt widgets.
+void BM_StartUp(benchmark::State& state) {
+  for (auto _ : state) {
+    Window session;
+    if (state.range(0) == 1) {
+      qt::FormView view(session.w);
+      benchmark::DoNotOptimize(&view);
+    }
+  }
+}
+BENCHMARK(BM_StartUp)->ArgName("widgets")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
 
 // "Create" with 25 squares of 5 by 5: build, draw and lay out all of them
 // and print the full page (and, for puzzles and answers, its answer page).
