@@ -25,7 +25,7 @@
 
 namespace quill {
 
-class MainWindow : public MainForm, public WindowState {
+class MainWindow : public MainForm, private WindowState {
  public:
   explicit MainWindow(Platform& platform);
   virtual ~MainWindow() = default;
@@ -108,6 +108,9 @@ class MainWindow : public MainForm, public WindowState {
   void newsquare_Click();
   void startover_Click();
   void qplaying_Click();
+
+  // The window's own variables, to read.
+  const WindowState& state() const { return *this; }
 
   // What the running command and the handlers that run meanwhile share.
   RunState runState() const { return run_.runState(); }

@@ -128,15 +128,15 @@ TEST_F(CreationRun, TiledSquaresPrintTheirTilesAndNoBlankSheet) {
 
 TEST_F(CreationRun, UnusableInputsAreCorrectedOnThePage) {
   retype(w.Text5, "-3");
-  EXPECT_EQ(w.distance, -3);
+  EXPECT_EQ(w.state().distance, -3);
   setCount("2");
   w.Text3.userEdit("abc");
   w.Text7.userEdit("0");
   run();
   EXPECT_EQ(w.Text5.text(), "1");
-  EXPECT_EQ(w.distance, 1);
+  EXPECT_EQ(w.state().distance, 1);
   EXPECT_EQ(w.Text3.text(), "1");
-  EXPECT_EQ(w.puzzle.blankTarget, 1);
+  EXPECT_EQ(w.state().puzzle.blankTarget, 1);
   EXPECT_EQ(w.Text7.text(), "2");
 
   // A negative text without a key release keeps the distance in force.
@@ -144,7 +144,7 @@ TEST_F(CreationRun, UnusableInputsAreCorrectedOnThePage) {
   w.Text5.userEdit("-2");
   run();
   EXPECT_EQ(w.Text5.text(), "-2");
-  EXPECT_EQ(w.distance, 4);
+  EXPECT_EQ(w.state().distance, 4);
 }
 
 TEST_F(CreationRun, RandomStartingNumbersStayWithinTheAllowance) {
@@ -163,7 +163,7 @@ TEST_F(CreationRun, RandomStartingNumbersStayWithinTheAllowance) {
   EXPECT_GE(starts.begin()->first, 1);
   EXPECT_LE(starts.rbegin()->first, 10);
   EXPECT_GT(starts.size(), 1u);
-  EXPECT_EQ(w.startNumber, 1);
+  EXPECT_EQ(w.state().startNumber, 1);
 }
 
 TEST_F(CreationRun, PatternFamiliesAreOnlyForFiveByFive) {
@@ -173,7 +173,7 @@ TEST_F(CreationRun, PatternFamiliesAreOnlyForFiveByFive) {
   w.Command6.userClick();
   std::vector<int> seen;
   platform.onYield = [&](int count) {
-    if (count == 1) seen = {w.puzzle.crossDiagonalChoice, w.puzzle.crossLineChoice};
+    if (count == 1) seen = {w.state().puzzle.crossDiagonalChoice, w.state().puzzle.crossLineChoice};
   };
   run();
   EXPECT_EQ(seen, (std::vector<int>{1, 2}));
@@ -248,7 +248,7 @@ TEST(CreationRunAbort, AbortAtEveryYieldRestoresTheMainPage) {
     s.w.Command1.userClick();
     ASSERT_EQ(differences(pageState(s.w), before), "") << "abort at yield " << abortAt;
     ASSERT_EQ(s.w.caption(), "Quillion");
-    ASSERT_EQ(s.w.startNumber, 5);
+    ASSERT_EQ(s.w.state().startNumber, 5);
     ASSERT_TRUE(s.w.surface().ops().empty());
     ASSERT_EQ(s.platform.pages.size(), abortAt > yields - 3 ? 1u : 0u) << abortAt;
   }

@@ -1,5 +1,5 @@
-// The print and puzzle menus: each choice stores its value and leaves exactly
-// one mark on in its group; the practice requests set the run state.
+// The print and puzzle menus: each choice leaves exactly one mark on in its
+// group. (The practice requests are played in the practice tests.)
 #include <gtest/gtest.h>
 
 #include <string>
@@ -34,23 +34,9 @@ TEST_F(Menus, EachGroupKeepsOneMark) {
     EXPECT_EQ(marks(print) + marks(highlight) + marks(difficulty), expected) << item->caption();
   }
   w.easy.userClick();
-  EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Easy);
+  EXPECT_EQ(w.state().puzzle.difficultyLevel, Difficulty::Easy);
   w.panswers.userClick();
-  EXPECT_EQ(w.printChoice, PrintChoice::Squares);
-}
-
-TEST_F(Menus, PracticeRequests) {
-  w.correctCount = 4;
-  w.incorrectCount = 2;
-  w.runDone = 3;
-  w.newsquare_Click();
-  EXPECT_EQ(w.runState(), RunState::NewSquare);
-  EXPECT_EQ(w.correctCount, 4);
-  w.startover_Click();
-  EXPECT_EQ(w.runState(), RunState::NewSquare);
-  EXPECT_EQ(w.correctCount + w.incorrectCount + w.runDone, 0);
-  w.qplaying_Click();
-  EXPECT_EQ(w.runState(), RunState::Abort);
+  EXPECT_EQ(w.state().printChoice, PrintChoice::Squares);
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ class Practice : public WindowTest {
   bool playing() const { return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle; }
   std::vector<Cell> blanks() const {
     std::vector<Cell> cells;
-    for (int y = 1; y <= w.squareSize; ++y) {
-      for (int x = 1; x <= w.squareSize; ++x) {
+    for (int y = 1; y <= w.state().squareSize; ++y) {
+      for (int x = 1; x <= w.state().squareSize; ++x) {
         if (isBlank(w.square().squareNumbers[x][y])) cells.emplace_back(x, y);
       }
     }
@@ -64,7 +64,7 @@ class Practice : public WindowTest {
 TEST_F(Practice, SolvingEveryBlankCountsTheSquareAndBuildsTheNext) {
   int firstBlanks = -1;
   practise([&] {
-    if (w.runDone == 1) return w.qplaying.userClick();
+    if (w.state().runDone == 1) return w.qplaying.userClick();
     const std::vector<Cell> open = blanks();
     if (firstBlanks < 0) firstBlanks = static_cast<int>(open.size());
     ASSERT_FALSE(open.empty());
@@ -108,7 +108,7 @@ TEST_F(Practice, OnlyNumbersCountAsWrongTries) {
     enter("0");  // wrong, and counted although its value is 0
     enter("abc");
     enter("");
-    EXPECT_EQ(w.incorrectCount, 2);
+    EXPECT_EQ(w.state().incorrectCount, 2);
     enter(numberText(answer) + "x");  // the leading number counts
     EXPECT_EQ(w.caption(), score(0, 1, 2));
 
@@ -119,10 +119,7 @@ TEST_F(Practice, OnlyNumbersCountAsWrongTries) {
         if (w.square().squareRanks[x][y] == 0) zero = {x, y};
       }
     }
-    if (!isBlank(w.square().squareNumbers[zero.first][zero.second])) {
-      w.square().squareNumbers[zero.first][zero.second] = 1e200;
-      ++w.blanksLeft;
-    }
+    w.square().squareNumbers[zero.first][zero.second] = 1e200;
     click(zero);
     enter("abc");
     EXPECT_EQ(w.caption(), score(0, 2, 2));
@@ -170,7 +167,7 @@ TEST_F(Practice, ClicksSelectCellsButOnlyBlanksOpenTheBox) {
     w.userMouseDown(1, 0, 700, 500);  // outside the grid
     EXPECT_EQ(Cell(w.selection().originX, w.selection().originY), given);
     enter(answerAt(given));
-    EXPECT_EQ(w.correctCount, 1);
+    EXPECT_EQ(w.state().correctCount, 1);
     w.qplaying.userClick();
   });
 }
@@ -210,7 +207,7 @@ TEST_F(Practice, QuittingAtAnyYieldRestoresTheMainPage) {
       };
       w.Command4.userClick();
       ASSERT_EQ(differences(pageState(w), before), "") << "quit at yield " << quitAt;
-      ASSERT_EQ(w.printChoice, PrintChoice::Squares);
+      ASSERT_EQ(w.state().printChoice, PrintChoice::Squares);
       ASSERT_EQ(w.caption(), "Quillion");
       ASSERT_FALSE(w.Label19.visible());
       ASSERT_TRUE(w.surface().ops().empty());

@@ -56,6 +56,8 @@ use_test_printer() {
   [ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
   prints=$QUILLION_E2E_PRINTS
   mkdir -p "$prints"
+  # Jobs of an earlier test still in the queue would land as this test's pages.
+  for _ in $(seq 200); do [ -z "$(lpstat -o 2>/dev/null)" ] && break; sleep 0.1; done
   ls "$prints" >"$work/before" 2>/dev/null
 }
 

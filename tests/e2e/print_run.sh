@@ -1,7 +1,7 @@
 #!/bin/sh
 # End to end with a real printer: "Print only completed Squares", then
 # "Create", prints one page through CUPS whose text holds 25 complete magic
-# squares of 5 by 5, while the title counts down from 25 to 1.
+# squares of 5 by 5, while the title counts down.
 # Usage: print_run.sh QUILLION_BINARY
 #   (needs QUILLION_E2E_DISPLAY, and QUILLION_E2E_PRINTS: where the default
 #    printer, a cups-pdf queue, writes its jobs)
@@ -25,13 +25,13 @@ for _ in $(seq 100); do
   sleep 0.1
 done
 kill "$spy" 2>/dev/null
-# The spy reads the title when told of a change, so a quick change may be
-# seen late or twice; what it sees must still count down from 25.
+# The spy reads the title when told of a change, so on a busy machine a quick
+# change may be seen late, twice, or not at all; what it sees must count
+# down. (That the count starts at 25 is checked against the fake platform.)
 sed -n 's/.*Complete Magic Square(s): \([0-9]*\) out of 25 squares left to print."$/\1/p' \
   "$work/titles" | uniq >"$work/counts"
-[ "$(head -1 "$work/counts")" = 25 ] || fail "the run did not start at 25 out of 25: $(cat "$work/titles")"
 sort -rn -c "$work/counts" 2>/dev/null || fail "the title did not count down: $(cat "$work/counts")"
-[ "$(wc -l <"$work/counts")" -ge 5 ] || fail "the title showed too few counts: $(cat "$work/counts")"
+[ "$(wc -l <"$work/counts")" -ge 3 ] || fail "the title showed too few counts: $(cat "$work/titles")"
 
 new=$(wait_for_pages 1)
 [ "$(echo "$new" | grep -c .)" -eq 1 ] || fail "expected one printed page, got: $new"

@@ -52,7 +52,7 @@ class QtBinding : public ::testing::Test {
 };
 
 TEST_F(QtBinding, ActivationLeavesTheStartUpWindow) {
-  EXPECT_EQ(w.squareSize, 5);  // Form_Activate ran
+  EXPECT_EQ(w.state().squareSize, 5);  // Form_Activate ran
   EXPECT_EQ(view.windowTitle(), "Quillion");
   EXPECT_TRUE(view.isMaximized());
   EXPECT_FALSE(view.actionFor("options1")->isVisible());
@@ -185,9 +185,9 @@ TEST_F(QtBinding, ClicksAndMenuItemsMovePagesAndTheWidgetsFollow) {
   ASSERT_TRUE(check4->isVisible());
 
   QTest::mouseClick(check4, Qt::LeftButton, {}, QPoint(6, check4->height() / 2));
-  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 1);
+  EXPECT_EQ(w.state().puzzle.crossDiagonalChoice, 1);
   QTest::mouseClick(check5, Qt::LeftButton, {}, QPoint(6, check5->height() / 2));
-  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 2);
+  EXPECT_EQ(w.state().puzzle.crossDiagonalChoice, 2);
   EXPECT_FALSE(check4->isChecked());  // cleared by the model, mirrored here
   EXPECT_TRUE(check5->isChecked());
 
@@ -331,11 +331,11 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
 
     QTest::keyClicks(box, "99");
     QTest::keyClick(box, Qt::Key_Return);
-    EXPECT_EQ(w.incorrectCount, 1);
+    EXPECT_EQ(w.state().incorrectCount, 1);
     EXPECT_TRUE(box->text().isEmpty());
     QTest::keyClicks(box, QString::number(w.square().squareRanks[x][y]));
     QTest::keyClick(box, Qt::Key_Enter);  // the keypad's Enter too
-    EXPECT_EQ(w.correctCount, 1);
+    EXPECT_EQ(w.state().correctCount, 1);
     EXPECT_FALSE(box->isVisible());
     EXPECT_TRUE(view.windowTitle().endsWith("Numbers correct: 1 / Numbers incorrect: 1"));
     view.actionFor("qplaying")->trigger();

@@ -125,7 +125,7 @@ TEST_F(CountingExplanation, ComputedTextsFollowTheFormula) {
     if (!prime) continue;
     ++primes;
     retype(w.Text2, std::to_string(n));
-    ASSERT_EQ(w.squareSize, n);
+    ASSERT_EQ(w.state().squareSize, n);
     SCOPED_TRACE(n);
 
     Decimal factorial{1};

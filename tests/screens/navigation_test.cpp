@@ -148,22 +148,22 @@ TEST_F(Pages, StartUpLeavesTheDesignedMainPageAndTheStartValues) {
   EXPECT_EQ(platform.seedCount, 1);
   EXPECT_EQ(platform.lastSeed, 1.0);  // the fake's time of day is its seed
 
-  EXPECT_EQ(w.squareSize, 5);
-  EXPECT_EQ(w.startNumber, 1);
-  EXPECT_EQ(w.distance, 1);
-  EXPECT_EQ(w.runTotal, 20);
-  EXPECT_EQ(w.runDone, 0);
-  EXPECT_EQ(w.printChoice, PrintChoice::PuzzlesAndAnswers);
-  EXPECT_EQ(w.highlightAnswers, 1);
-  EXPECT_EQ(w.puzzle.difficultyLevel, Difficulty::Challenging);
-  EXPECT_EQ(w.puzzle.blankTarget, 100);
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 1);
-  EXPECT_EQ(w.puzzle.allDiagonalsChoice, 0);
-  EXPECT_EQ(w.puzzle.crossDiagonalChoice + w.puzzle.crossLineChoice + w.puzzle.scatteredCrossDiagonalChoice +
-                w.puzzle.scatteredCrossLineChoice,
+  EXPECT_EQ(w.state().squareSize, 5);
+  EXPECT_EQ(w.state().startNumber, 1);
+  EXPECT_EQ(w.state().distance, 1);
+  EXPECT_EQ(w.state().runTotal, 20);
+  EXPECT_EQ(w.state().runDone, 0);
+  EXPECT_EQ(w.state().printChoice, PrintChoice::PuzzlesAndAnswers);
+  EXPECT_EQ(w.state().highlightAnswers, 1);
+  EXPECT_EQ(w.state().puzzle.difficultyLevel, Difficulty::Challenging);
+  EXPECT_EQ(w.state().puzzle.blankTarget, 100);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 1);
+  EXPECT_EQ(w.state().puzzle.allDiagonalsChoice, 0);
+  EXPECT_EQ(w.state().puzzle.crossDiagonalChoice + w.state().puzzle.crossLineChoice + w.state().puzzle.scatteredCrossDiagonalChoice +
+                w.state().puzzle.scatteredCrossLineChoice,
             0);
-  EXPECT_EQ(w.pagePhase, 0);
-  EXPECT_EQ(w.practiceActive, 0);
+  EXPECT_EQ(w.state().pagePhase, 0);
+  EXPECT_EQ(w.state().practiceActive, 0);
   EXPECT_EQ(w.cellWidth(), 0);  // nothing is computed until something changes
 
   // The design-time texts agree with those values.
@@ -209,7 +209,7 @@ TEST_F(Pages, NoOtherPageOpensFromAnOtherPage) {
 TEST_F(Pages, ADisabledCreateButtonStaysDisabledThroughEitherPage) {
   w.Command1.setEnabled(false);  // as after a size above 101
   w.Command2.userClick();
-  EXPECT_EQ(w.createWasDisabled, 1);
+  EXPECT_EQ(w.state().createWasDisabled, 1);
   w.Command3.userClick();
   EXPECT_TRUE(w.Command1.visible());
   EXPECT_FALSE(w.Command1.enabled());
@@ -220,25 +220,23 @@ TEST_F(Pages, ADisabledCreateButtonStaysDisabledThroughEitherPage) {
 
   w.Command1.setEnabled(true);
   w.Command2.userClick();
-  EXPECT_EQ(w.createWasDisabled, 0);
+  EXPECT_EQ(w.state().createWasDisabled, 0);
   w.Command3.userClick();
   EXPECT_TRUE(w.Command1.enabled());
 }
 
 TEST_F(Pages, ReturningKeepsTheInputsAndRecomputesOnlyThePageFit) {
+  retype(w.Text2, "41");  // larger than the page
   w.text4.setText("abc");
-  w.Text1.setText("7");
-  w.squareSize = 41;  // larger than the page
   w.Command2.userClick();
   w.Command3.userClick();
   EXPECT_EQ(w.text4.text(), "abc");
-  EXPECT_EQ(w.Text1.text(), "7");
-  EXPECT_EQ(w.startNumber, 1);
+  EXPECT_EQ(w.state().startNumber, 1);
   EXPECT_EQ(w.cellWidth(), 32);  // 1681 has four characters
   EXPECT_TRUE(w.Label19.visible());
   EXPECT_FALSE(w.Command4.enabled());
 
-  w.squareSize = 5;
+  w.sqr5.userClick();
   w.chooseproperties.userClick();
   w.Command6.userClick();
   EXPECT_FALSE(w.Label19.visible());

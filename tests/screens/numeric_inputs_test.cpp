@@ -101,19 +101,19 @@ TEST_F(NumericInputs, StartingNumberTakesAnyValueAndDistanceIgnoresZero) {
   retype(w.Text5, "3");
   EXPECT_EQ(w.Label11.caption(), "Magic Total = 230");
   retype(w.Text5, "0");
-  EXPECT_EQ(w.distance, 3);
+  EXPECT_EQ(w.state().distance, 3);
   EXPECT_EQ(w.Label11.caption(), "Magic Total = 230");
   retype(w.Text5, "none");
-  EXPECT_EQ(w.distance, 3);
+  EXPECT_EQ(w.state().distance, 3);
   retype(w.text4, "none");
-  EXPECT_EQ(w.startNumber, 0);
+  EXPECT_EQ(w.state().startNumber, 0);
   EXPECT_EQ(w.Label11.caption(), "Magic Total = 180");
   retype(w.text4, "-2.5");
-  EXPECT_EQ(w.startNumber, -2.5);
+  EXPECT_EQ(w.state().startNumber, -2.5);
   EXPECT_EQ(w.Label18.caption(), "Last number equals: 69.5");
   w.Text5.userEdit("1E400");  // beyond the double range: read as no number
   w.Text5.userKeyUp(48);
-  EXPECT_EQ(w.distance, 3);
+  EXPECT_EQ(w.state().distance, 3);
 }
 
 TEST_F(NumericInputs, NineDigitStartAndDistanceStillFitFivePerPage) {

@@ -13,13 +13,13 @@ class PropertyOptions : public WindowTest {
   struct Pair {
     Control& onlyMain;
     Control& all;
-    int& choice;
+    const int& choice;
   };
   std::vector<Pair> pairs() {
-    return {{w.Check4, w.Check5, w.puzzle.crossDiagonalChoice},
-            {w.Check6, w.Check7, w.puzzle.crossLineChoice},
-            {w.Check8, w.Check9, w.puzzle.scatteredCrossDiagonalChoice},
-            {w.Check10, w.Check11, w.puzzle.scatteredCrossLineChoice}};
+    return {{w.Check4, w.Check5, w.state().puzzle.crossDiagonalChoice},
+            {w.Check6, w.Check7, w.state().puzzle.crossLineChoice},
+            {w.Check8, w.Check9, w.state().puzzle.scatteredCrossDiagonalChoice},
+            {w.Check10, w.Check11, w.state().puzzle.scatteredCrossLineChoice}};
   }
   // The choice always says which box is checked, and never both are.
   static void expectConsistent(const Pair& p, int choice) {
@@ -48,28 +48,28 @@ TEST_F(PropertyOptions, EachPairExcludesItselfInBothOrders) {
   // The pairs do not touch one another or the switches.
   pairs()[0].all.userClick();
   pairs()[2].onlyMain.userClick();
-  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 2);
-  EXPECT_EQ(w.puzzle.crossLineChoice, 0);
-  EXPECT_EQ(w.puzzle.scatteredCrossDiagonalChoice, 1);
-  EXPECT_EQ(w.puzzle.scatteredCrossLineChoice, 0);
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 1);
+  EXPECT_EQ(w.state().puzzle.crossDiagonalChoice, 2);
+  EXPECT_EQ(w.state().puzzle.crossLineChoice, 0);
+  EXPECT_EQ(w.state().puzzle.scatteredCrossDiagonalChoice, 1);
+  EXPECT_EQ(w.state().puzzle.scatteredCrossLineChoice, 0);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 1);
 }
 
 TEST_F(PropertyOptions, SwitchesAreIndependent) {
   w.Check3.userClick();
-  EXPECT_EQ(w.puzzle.allDiagonalsChoice, 1);
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 1);
+  EXPECT_EQ(w.state().puzzle.allDiagonalsChoice, 1);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 1);
   w.Check2.userClick();
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 0);
-  EXPECT_EQ(w.puzzle.allDiagonalsChoice, 1);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 0);
+  EXPECT_EQ(w.state().puzzle.allDiagonalsChoice, 1);
 }
 
 TEST_F(PropertyOptions, DoneNeverLeavesBothSwitchesOff) {
   w.Check2.userClick();
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 0);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 0);
   w.Command6.userClick();
   EXPECT_TRUE(w.Check2.checked());
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 1);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 1);
   EXPECT_TRUE(w.Label11.visible());  // back on the main page
 }
 
@@ -79,9 +79,9 @@ TEST_F(PropertyOptions, DoneKeepsAloneAllDiagonalsAndThePairs) {
   w.Check5.userClick();
   w.Command6.userClick();
   EXPECT_FALSE(w.Check2.checked());
-  EXPECT_EQ(w.puzzle.mainLinesChoice, 0);
-  EXPECT_EQ(w.puzzle.allDiagonalsChoice, 1);
-  EXPECT_EQ(w.puzzle.crossDiagonalChoice, 2);
+  EXPECT_EQ(w.state().puzzle.mainLinesChoice, 0);
+  EXPECT_EQ(w.state().puzzle.allDiagonalsChoice, 1);
+  EXPECT_EQ(w.state().puzzle.crossDiagonalChoice, 2);
 
   // The choices outlast the page.
   w.chooseproperties.userClick();

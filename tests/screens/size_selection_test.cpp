@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/number_text.h"
+#include "screens/settings_texts.h"
 #include "support/window_fixture.h"
 
 namespace quill::testing {
@@ -80,10 +81,8 @@ TEST_F(SizeSelection, LongTotalsAreVeryLarge) {
       {-1000024, "Magic Total = -5000060", "Last number is {very large!}"},
   };
   for (const Case& c : cases) {
-    w.startNumber = c.start;
-    w.refreshTotals();
-    EXPECT_EQ(w.Label11.caption(), c.magicTotal) << c.start;
-    EXPECT_EQ(w.Label18.caption(), c.lastNumber) << c.start;
+    EXPECT_EQ(magicTotalCaption({5, c.start, 1}), c.magicTotal) << c.start;
+    EXPECT_EQ(lastNumberCaption({5, c.start, 1}), c.lastNumber) << c.start;
   }
 }
 
@@ -94,13 +93,13 @@ TEST_F(SizeSelection, MenuSetsTheSizeAndItsCheckMark) {
     item->userClick();
     const std::string caption = item->caption();
     const std::string size = caption.substr(0, caption.find(' '));
-    EXPECT_EQ(w.squareSize, std::stoi(size));
+    EXPECT_EQ(w.state().squareSize, std::stoi(size));
     EXPECT_EQ(w.Text2.text(), size);
     EXPECT_EQ(checkedSizeItem(), caption);
     EXPECT_TRUE(w.Command1.enabled());
   }
   w.larger.userClick();  // carries a check mark only
-  EXPECT_EQ(w.squareSize, 29);
+  EXPECT_EQ(w.state().squareSize, 29);
   EXPECT_EQ(checkedSizeItem(), "29 by 29");
 }
 
@@ -133,7 +132,7 @@ TEST_F(SizeSelection, ArrowStepsMatchAPrimeTableAndAreAccepted) {
     typeSize(std::to_string(value));
     pressInSizeEntry(keys::up);
     ASSERT_EQ(w.Text2.text(), std::to_string(above)) << value;
-    EXPECT_EQ(w.squareSize, above);
+    EXPECT_EQ(w.state().squareSize, above);
 
     int below = value - 1;
     while (value > 5 && !isPrime(below)) --below;
@@ -157,13 +156,13 @@ TEST_F(SizeSelection, TypedPrimesAreAcceptedAndEverythingElseIgnored) {
     typeSize(c.typed);
     EXPECT_EQ(w.Text2.text(), c.typed);  // the text stays as typed either way
     if (!c.accepted) {
-      EXPECT_EQ(w.squareSize, 7) << c.typed;
+      EXPECT_EQ(w.state().squareSize, 7) << c.typed;
       EXPECT_EQ(w.Label11.caption(), "Magic Total = 175") << c.typed;
       EXPECT_EQ(checkedSizeItem(), "7 by 7") << c.typed;
       continue;
     }
     const int size = static_cast<int>(numericValue(c.typed));
-    EXPECT_EQ(w.squareSize, size) << c.typed;
+    EXPECT_EQ(w.state().squareSize, size) << c.typed;
     EXPECT_EQ(w.Command1.enabled(), size <= 101) << c.typed;
     const std::string t = std::to_string(size);
     EXPECT_EQ(checkedSizeItem(), size > 29 ? "Larger Size" : t + " by " + t) << c.typed;
