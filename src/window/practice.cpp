@@ -1,8 +1,9 @@
 // Practice: the window becomes a practice page; puzzle after puzzle is built
 // and drawn, and the user fills its blanks with the score in the title,
 // until "Quit playing".
-#include "window/main_window.h"
+#include "display/cell_entry.h"
 #include "platform/number_text.h"
+#include "window/main_window.h"
 
 namespace quill {
 
@@ -40,8 +41,6 @@ void MainWindow::Command4_Click() {
       Text6.setAvailable(false);
       platform_.maximiseWindow();
       surface().clear();
-      cursorX = 1;
-      cursorY = 1;
       if (run_.runState() != RunState::NewSquare) ++runDone;
       run_.setRunState(RunState::Idle);
       showScore();
@@ -103,41 +102,20 @@ void MainWindow::endPractice() {
 
 void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y) {
   if (practiceActive != 1) return;
-  const int n = squareSize;
-  int& originX = run_.selection.originX;
-  int& originY = run_.selection.originY;
-  const int prevOriginX = originX;
-  const int previousRow = originY;
-
-  // Every cell from the grid's corner, row by row; the first hit wins.
-  cursorX = kPracticeCorner.gridLeft;
-  cursorY = kPracticeCorner.gridTop;
-  originX = 1;
-  originY = 1;
-  const auto hits = [&] {
-    const double left = cursorX, top = cursorY;
-    return left <= x && x < left + cellWidth() && top <= y && y < top + page::kRowHeight;
-  };
-  while (!hits()) {
-    ++originX;
-    cursorX += cellWidth();
-    if (originX > n) {
-      originX = 1;
-      cursorX = kPracticeCorner.gridLeft;
-      ++originY;
-      cursorY += page::kRowHeight;
-    }
-    if (originY > n) {
-      originX = prevOriginX;
-      originY = previousRow;
-      return;
-    }
-  }
-  if (originX == prevOriginX && originY == previousRow) return;
+  const std::optional<CellHit> hit = cellUnder(x, y, kPracticeCorner, squareSize, cellWidth());
+  if (!hit) return;
+  cursorX = hit->cursorX;
+  cursorY = hit->cursorY;
+  // The same cell again does nothing, whichever selected it before.
+  RunControl::Selection& selection = run_.selection;
+  if (hit->originX == selection.originX && hit->originY == selection.originY) return;
+  selection = {hit->originX, hit->originY};
 
   // The hit cell is selected; only a blank of a puzzle in play takes entry.
   const bool beingBuilt = caption() == practiceCreationCaption();
-  if (beingBuilt || run_.runState() != RunState::Puzzle || !isBlank(square().squareNumbers[originX][originY])) return;
+  if (beingBuilt || run_.runState() != RunState::Puzzle || !isBlank(square().squareNumbers[hit->originX][hit->originY])) {
+    return;
+  }
   Text6.setText("");
   Text6.setPixelPosition(cursorX, cursorY);
   Text6.setVisible(true);
@@ -148,13 +126,10 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
 void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
   if (keyCode != keys::enter) return;
   const auto [originX, originY] = run_.selection;
-  const std::string typed = Text6.text();
-  const double value = numericValue(typed);
   const double answer = square().squareRanks[originX][originY];
-
-  if (value != answer) {
-    // Only a number counts as a try: "0" or anything whose value is not 0.
-    if (typed == "0" || value != 0) {
+  const EntryResult result = judgeEntry(Text6.text(), answer);
+  if (result != EntryResult::Right) {
+    if (result == EntryResult::Wrong) {
       ++incorrectCount;
       showScore();
     }
@@ -162,6 +137,7 @@ void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
     return;
   }
 
+  // The answer in print form, one unit left of where the drawing puts numbers.
   square().squareNumbers[originX][originY] = answer;
   const int shift = progression().holdsNegatives() && answer >= 0 ? 3 : 0;
   const auto left = static_cast<float>(cursorX + shift - 1);
