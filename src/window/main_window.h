@@ -32,8 +32,6 @@ class MainWindow : public MainForm, private WindowState {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  Platform& platform() { return platform_; }
-
   // Start-up and quitting.
   void Form_Activate();
   void quit_Click();
@@ -75,19 +73,8 @@ class MainWindow : public MainForm, private WindowState {
   void text4_KeyUp(int keyCode, int shift);
   void Text5_KeyUp(int keyCode, int shift);
 
-  // Shared refreshes after a change of size, starting number or distance.
-  void refreshTotals();
-  void refreshCellMetrics();
-  void refreshPageFit();
-  // Brings the print count and "Fill Page" in line with the page capacity.
-  void syncPrintCount();
-  void showCountingExplanation();
-  // The numbers of a square of the current size, starting number and distance.
-  Progression progression() const { return {squareSize, startNumber, distance}; }
-
   // The creation run.
   void Command1_Click();
-  void mainsub1();
   void aprinting_Click();
   void Command1_KeyDown(int keyCode, int shift);
   void Form_KeyDown(int keyCode, int shift);
@@ -123,13 +110,24 @@ class MainWindow : public MainForm, private WindowState {
   // The cell layout, and the drawing of squares.
   const SquareDisplay& display() const { return display_; }
   int cellWidth() const { return display_.cellWidth(); }
-  // The cell layout of a run or a practice; the practice also sizes its entry box.
-  void prepareLayout(bool sizeEntryBox);
   // A practice puzzle stands where a page's first square does; clicks are
   // measured from there.
   static constexpr page::Placement kPracticeCorner{};
 
  private:
+  // Shared refreshes after a change of size, starting number or distance.
+  void refreshTotals();
+  void refreshCellMetrics();
+  void refreshPageFit();
+  // Brings the print count and "Fill Page" in line with the page capacity.
+  void syncPrintCount();
+  void showCountingExplanation();
+  // The numbers of a square of the current size, starting number and distance.
+  Progression progression() const { return {squareSize, startNumber, distance}; }
+
+  void mainsub1();
+  // The cell layout of a run or a practice; the practice also sizes its entry box.
+  void prepareLayout(bool sizeEntryBox);
   void openPage(Screen page);
   void showMainPage();
 
