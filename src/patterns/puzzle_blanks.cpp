@@ -1,3 +1,4 @@
+// The index of blanks: lines, coverings and what each blank waits on, kept as blanks are made.
 #include "patterns/puzzle_blanks.h"
 
 #include <algorithm>

@@ -28,7 +28,7 @@ namespace quill {
 class MainWindow : public MainForm, private WindowState {
  public:
   explicit MainWindow(Platform& platform);
-  virtual ~MainWindow() = default;
+  ~MainWindow() override = default;
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
