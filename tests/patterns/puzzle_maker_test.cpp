@@ -252,7 +252,7 @@ TEST(PuzzleMaker, AFractionalTargetBlanksAllThatCan) {
 TEST(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
   std::vector<int> sizes = primeSizes(29);
   sizes.insert(sizes.end(), {5, 5, 5, 31, 53, 101});
-  int wrappedPatterns = 0;
+  int wrappedPatterns = 0, onlyMainPatterns = 0;
   for (std::uint64_t seed = 1; seed <= 100; ++seed) {
     for (const int n : sizes) {
       if (n > 29 && seed % (n == 101 ? 50 : 10) != 0) continue;
@@ -282,6 +282,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
                                       settings.crossLineChoice, settings.scatteredCrossLineChoice}[(type - 5) / 5];
         if (choice == family::onlyMain) {
           EXPECT_TRUE(insidePlacement(type, x, y, n)) << type << " at " << x << "," << y;
+          ++onlyMainPatterns;
         }
         wrappedPatterns += insidePlacement(type, x, y, n) ? 0 : 1;
       }
@@ -304,6 +305,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
     }
   }
   EXPECT_GT(wrappedPatterns, 0);  // "All" does wrap
+  EXPECT_GT(onlyMainPatterns, 0);
 }
 
 TEST(PuzzleMaker, WithoutLineTypesThereIsNoBlank) {
