@@ -9,7 +9,7 @@
 #include "construction/square_builder.h"
 #include "window/main_window.h"
 #include "platform/qt/form_view.h"
-#include "platform/qt/page_printer.h"
+#include "platform/qt/page_delivery.h"
 #include "bench_window.h"
 
 namespace quill {
@@ -69,7 +69,9 @@ void BM_PrintPageToPdf(benchmark::State& state) {
     }
   }
   QTemporaryDir folder;
-  for (auto _ : state) qt::printPageToPdf(view, folder.filePath("page.pdf"));
+  const std::vector<qt::PageSnapshot> pages{qt::takeSnapshot(view)};
+  QString error;
+  for (auto _ : state) qt::writePdfFile(folder.filePath("page.pdf"), pages, qt::localePaper(), error);
 }
 BENCHMARK(BM_PrintPageToPdf)->Unit(benchmark::kMillisecond);
 

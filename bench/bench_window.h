@@ -14,6 +14,7 @@ class QuietPlatform : public Platform {
  public:
   void maximiseWindow() override {}
   void printWindow() override { ++pages; }
+  void endDocument() override {}
   void refreshWindow() override {}
   void yield() override {}
   void waitForEvents() override {}

@@ -12,6 +12,9 @@ class Platform {
   virtual void maximiseWindow() = 0;
   // Prints the page area (the drawing and any visible controls) as one page.
   virtual void printWindow() = 0;
+  // The pages printed since the last end form one document: one print job,
+  // or one file.
+  virtual void endDocument() = 0;
   // Brings the window's image up to date and shows it as a normal window.
   virtual void refreshWindow() = 0;
   // Processes pending events (clicks, keys, menu commands, closing) and returns.

@@ -175,7 +175,11 @@ bool MainWindow::makeOneSquare() {
   }
   if (pagePhase <= 1) setCaption(progressCaption());
   if (pagePhase > 0) ++pagePhase;
-  if (pagePrinted) pagePhase = 1;
+  if (pagePrinted) {
+    // A run that goes on page after page delivers each page as it is done.
+    platform_.endDocument();
+    pagePhase = 1;
+  }
   return false;
 }
 
@@ -188,6 +192,7 @@ void MainWindow::restoreMainPage() {
 }
 
 void MainWindow::endRun() {
+  platform_.endDocument();  // the run's pages, finished or aborted, as one document
   restoreMainPage();
   Command1.setEnabled(true);
   refreshCellMetrics();

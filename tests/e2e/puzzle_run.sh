@@ -1,6 +1,7 @@
 #!/bin/sh
 # End to end with a real printer: "Create" with the settings as the program
-# starts (25 puzzles of 5 by 5, with answers) prints two pages. The answer
+# starts (25 puzzles of 5 by 5, with answers) prints one job of two pages,
+# the puzzles, then the answers. The answer
 # page holds 25 complete magic squares; every number of the puzzle page
 # stands at the same place on the answer page, and some cells are blank.
 # Usage: puzzle_run.sh QUILLION_BINARY
@@ -14,14 +15,15 @@ start_program
 
 xdotool mousemove --window "$wid" 328 190 click 1
 
-new=$(wait_for_pages 2)
-[ "$(echo "$new" | grep -c .)" -eq 2 ] || fail "expected two printed pages, got: $new"
-puzzles=$(echo "$new" | head -1)
-answers=$(echo "$new" | tail -1)
-pdftotext -layout "$prints/$answers" "$work/answers.txt" || fail "pdftotext failed on $answers"
-pdftotext -bbox "$prints/$puzzles" "$work/puzzles.html" || fail "pdftotext failed on $puzzles"
-pdftotext -bbox "$prints/$answers" "$work/answers.html" || fail "pdftotext failed on $answers"
-rm -f "$prints/$puzzles" "$prints/$answers"
+new=$(wait_for_pages 1)
+[ "$(echo "$new" | grep -c .)" -eq 1 ] || fail "expected one print job, got: $new"
+job="$prints/$new"
+pages=$(pdfinfo "$job" | sed -n 's/^Pages: *//p')
+[ "$pages" = 2 ] || fail "expected two pages in the job, got $pages"
+pdftotext -f 2 -l 2 -layout "$job" "$work/answers.txt" || fail "pdftotext failed on $new"
+pdftotext -f 1 -l 1 -bbox "$job" "$work/puzzles.html" || fail "pdftotext failed on $new"
+pdftotext -f 2 -l 2 -bbox "$job" "$work/answers.html" || fail "pdftotext failed on $new"
+rm -f "$job"
 
 check_complete_squares "$work/answers.txt" || fail "answer page: $(cat "$work/check")"
 

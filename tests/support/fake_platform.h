@@ -35,6 +35,7 @@ class FakePlatform : public Platform {
 
   void maximiseWindow() override { ++maximiseCount; }
   void printWindow() override;
+  void endDocument() override { documentEnds.push_back(pages.size()); }
   void refreshWindow() override { ++refreshCount; }
   void yield() override;
   void waitForEvents() override;
@@ -51,6 +52,7 @@ class FakePlatform : public Platform {
   int randomCount = 0;
 
   std::vector<PrintedPage> pages;
+  std::vector<std::size_t> documentEnds;  // the page count at each end of a document
   int maximiseCount = 0;
   int refreshCount = 0;
   int yieldCount = 0;

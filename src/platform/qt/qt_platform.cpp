@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "platform/qt/form_view.h"
-#include "platform/qt/page_printer.h"
+#include "platform/qt/page_snapshot.h"
 
 namespace quill::qt {
 
@@ -17,8 +17,10 @@ void QtPlatform::maximiseWindow() {
 }
 
 void QtPlatform::printWindow() {
-  if (view_ != nullptr) printPage(*view_);
+  if (view_ != nullptr) spooler_.submit(takeSnapshot(*view_));
 }
+
+void QtPlatform::endDocument() { spooler_.endDocument(); }
 
 void QtPlatform::refreshWindow() {
   if (view_ == nullptr) return;
@@ -43,8 +45,12 @@ double QtPlatform::secondsSinceMidnight() {
 }
 
 void QtPlatform::endProgram() {
-  // Every printed page is a finished job by now and nothing else is kept,
-  // so the process may end here, even from deep inside a yielding loop.
+  // The window goes at once; the pages already handed over are delivered
+  // (for a few seconds at most), and then the process ends here, even from
+  // deep inside a yielding loop.
+  if (view_ != nullptr) view_->hide();
+  QCoreApplication::processEvents();
+  spooler_.finish(std::chrono::seconds(5));
   std::fflush(nullptr);
   std::_Exit(0);
 }

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "platform/platform.h"
+#include "platform/qt/page_spooler.h"
 #include "platform/random_source.h"
 
 namespace quill::qt {
@@ -17,6 +18,7 @@ class QtPlatform : public Platform {
 
   void maximiseWindow() override;
   void printWindow() override;
+  void endDocument() override;
   void refreshWindow() override;
   void yield() override;
   void waitForEvents() override;
@@ -28,6 +30,7 @@ class QtPlatform : public Platform {
  private:
   FormView* view_ = nullptr;
   RandomSource random_;
+  PageSpooler spooler_;
 };
 
 }  // namespace quill::qt

@@ -12,12 +12,12 @@
 
 namespace quill::qt {
 
-void paintDisplayList(QPainter& painter, const Surface& surface) {
+void paintDisplayList(QPainter& painter, const std::vector<DrawOp>& drawing) {
   painter.save();
   painter.setFont(drawingFont());
   painter.setPen(Qt::black);
   const QFontMetricsF metrics(painter.font());
-  for (const DrawOp& op : surface.ops()) {
+  for (const DrawOp& op : drawing) {
     if (op.kind == DrawOp::Kind::Box) {
       // Both corners are inside the box: (x1, y1)-(x1, y1) is one pixel.
       const qreal left = std::min(op.x1, op.x2);
@@ -41,7 +41,7 @@ SurfaceWidget::SurfaceWidget(Form& form, QWidget* parent) : QWidget(parent), for
 
 void SurfaceWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  paintDisplayList(painter, form_.surface());
+  paintDisplayList(painter, form_.surface().ops());
 }
 
 void SurfaceWidget::mousePressEvent(QMouseEvent* event) {

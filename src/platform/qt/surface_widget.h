@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <vector>
 
 #include "platform/form.h"
 
@@ -12,7 +13,7 @@ namespace quill::qt {
 
 // Paints a display list with the painter's current transformation; used for
 // the screen and for the printed page alike.
-void paintDisplayList(QPainter& painter, const Surface& surface);
+void paintDisplayList(QPainter& painter, const std::vector<DrawOp>& drawing);
 
 class SurfaceWidget : public QWidget {
   Q_OBJECT

@@ -1,0 +1,51 @@
+// Where a finished document of pages goes: the default printer, a PDF file in
+// the pages folder, a PDF file in a spare folder, in this order. Each step
+// down is one line on standard error; a file is announced by a desktop
+// notification when a notification service runs.
+#pragma once
+
+#include <QPageSize>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/qt/page_snapshot.h"
+
+namespace quill::qt {
+
+struct Destinations {
+  QString pagesFolder;  // ~/Quillion/pages
+  QString spareFolder;  // in the temporary directory, for when the first cannot be written
+  bool usePrinter = true;
+};
+Destinations defaultDestinations();
+
+// The system's default printer (CUPS: lpoptions, PRINTER, LPDEST, the server's
+// default), with the paper it prints on by default.
+struct Printer {
+  QString name;
+  QPageSize paper;
+};
+std::optional<Printer> defaultPrinter();
+
+// Paper for files: Letter where the locale measures in inches, else A4.
+QPageSize localePaper();
+
+// Writes the pages as one landscape PDF document on `paper` into `device`
+// (a file being written); false when painting failed.
+bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, const QPageSize& paper);
+
+// Writes the document under `path` only when it was written completely;
+// otherwise no file appears and `error` says why.
+bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error);
+
+// Where a document went: the printer's name or the file's path; empty when
+// every destination failed.
+struct Delivery {
+  QString place;
+  bool toFile = false;
+};
+Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where);
+
+}  // namespace quill::qt

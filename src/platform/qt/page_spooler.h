@@ -1,0 +1,53 @@
+// The print spooler: Print window hands over a snapshot of the page and
+// returns at once; a worker thread delivers the pages, in order, one
+// document per run (the pages between two ends of a document).
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "platform/qt/page_delivery.h"
+
+namespace quill::qt {
+
+class PageSpooler {
+ public:
+  explicit PageSpooler(Destinations where = defaultDestinations());
+  ~PageSpooler();
+  PageSpooler(const PageSpooler&) = delete;
+  PageSpooler& operator=(const PageSpooler&) = delete;
+
+  // The next page of the open document.
+  void submit(PageSnapshot page);
+  // The pages handed over since the last end form one document, which goes
+  // to the worker for delivery. Nothing happens when there are none.
+  void endDocument();
+  // Ends the open document and waits until every document handed over is
+  // delivered, at most `limit`; true when all were.
+  bool finish(std::chrono::milliseconds limit);
+
+  // Documents delivered so far, and where the last one went.
+  int deliveredCount() const;
+  Delivery lastDelivery() const;
+
+ private:
+  void work();
+
+  const Destinations where_;
+  mutable std::mutex mutex_;
+  std::condition_variable wake_;
+  std::condition_variable idle_;
+  std::vector<PageSnapshot> open_;
+  std::deque<std::vector<PageSnapshot>> ready_;
+  bool delivering_ = false;
+  bool stopping_ = false;
+  int delivered_ = 0;
+  Delivery last_;
+  std::thread worker_;  // last: it starts once everything above is there
+};
+
+}  // namespace quill::qt
