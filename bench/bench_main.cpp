@@ -10,6 +10,7 @@
 #include "window/main_window.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_delivery.h"
+#include "platform/qt/page_spooler.h"
 #include "bench_window.h"
 
 namespace quill {
@@ -74,6 +75,24 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   for (auto _ : state) qt::writePdfFile(folder.filePath("page.pdf"), pages, qt::localePaper(), error);
 }
 BENCHMARK(BM_PrintPageToPdf)->Unit(benchmark::kMillisecond);
+
+// Pages per second through the spooler to a PDF file: a document of full
+// pages handed over and delivered.
+void BM_SpoolToPdf(benchmark::State& state) {
+  Window session;
+  qt::FormView view(session.w);
+  session.w.Command1.userClick();  // leaves an empty page; the controls are what is printed
+  QTemporaryDir folder;
+  qt::PageSpooler spooler({folder.filePath("pages"), folder.filePath("spare"), false});
+  const qt::PageSnapshot page = qt::takeSnapshot(view);
+  const auto pages = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    for (int i = 0; i < pages; ++i) spooler.submit(page);
+    spooler.finish(std::chrono::minutes(1));
+  }
+  state.counters["pages/s"] = benchmark::Counter(static_cast<double>(state.iterations() * pages), benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_SpoolToPdf)->Arg(1)->Arg(48)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
 }  // namespace quill

@@ -125,20 +125,22 @@ bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, c
   QSaveFile file(path);
   // The painter reports success on a full disk: what counts is the file's own
   // error state, which commit() checks before the file takes its name.
+  const auto failed = [&] {
+    const QString reason = file.error() == QFile::WriteError ? QString("a write failed; is the disk full?")
+                                                             : file.errorString();
+    error = QString("cannot write %1 (%2)").arg(path, reason);
+    return false;
+  };
   if (!file.open(QIODevice::WriteOnly) || !paintDocument(file, pages, paper) || file.error() != QFile::NoError) {
-    error = QString("cannot write %1 (%2)").arg(path, file.errorString());
+    failed();
     file.cancelWriting();
     return false;
   }
-  if (!file.commit()) {
-    error = QString("cannot write %1 (%2)").arg(path, file.errorString());
-    return false;
-  }
-  return true;
+  return file.commit() || failed();
 }
 
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
-  QString failure = "no default printer";
+  QString failure = where.usePrinter ? "no default printer" : "printing to files";
   if (where.usePrinter) {
     if (const std::optional<Printer> printer = defaultPrinter()) {
       if (printDocument(*printer, pages, failure)) return {printer->name, false};

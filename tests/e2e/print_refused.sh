@@ -1,0 +1,37 @@
+#!/bin/sh
+# End to end with a default printer that refuses every job: "Create" with the
+# settings as the program starts keeps the run's two pages as one complete
+# PDF file in ~/Quillion/pages, and says so in one line on standard error.
+# Usage: print_refused.sh QUILLION_BINARY
+#   (needs QUILLION_E2E_DISPLAY and the test printer's CUPS; run as root)
+set -u
+binary=$1
+. "$(dirname "$0")/common.sh"
+use_test_printer
+[ "$(id -u)" -eq 0 ] || { echo "adding a printer needs root"; exit 77; }
+queue=QuillionRefuses
+lpadmin -p "$queue" -v cups-pdf:/ -E -m lsb/usr/cups-pdf/CUPS-PDF_opt.ppd 2>/dev/null || fail "no queue"
+cupsreject "$queue"
+trap 'lpadmin -x "$queue" 2>/dev/null' EXIT
+PRINTER=$queue
+export PRINTER
+start_program
+
+xdotool mousemove --window "$wid" 328 190 click 1
+
+pages="$HOME/Quillion/pages"
+for _ in $(seq 100); do
+  [ -n "$(ls "$pages" 2>/dev/null)" ] && break
+  sleep 0.1
+done
+[ "$(ls "$pages" | grep -c '\.pdf$')" -eq 1 ] || fail "expected one PDF file, got: $(ls -a "$pages" 2>&1)"
+[ "$(ls -A "$pages" | grep -vc '\.pdf$')" -eq 0 ] || fail "something else was left: $(ls -A "$pages")"
+count=$(pdfinfo "$pages"/*.pdf | sed -n 's/^Pages: *//p')
+[ "$count" = 2 ] || fail "expected two pages in the file, got $count"
+grep -q "^Quillion: $queue refused the job (.*); 2 pages saved as $pages/quillion-.*\.pdf$" "$work/log" ||
+  fail "no line on standard error saying where the pages went"
+[ "$(grep -c . "$work/log")" -ge 1 ] || fail "empty log"
+
+quit_program
+rm -rf "$work"
+echo "ok: a refused job is kept as one complete PDF file, and said so"

@@ -1,0 +1,104 @@
+// Where pages go when the printer cannot take them: every page of a document
+// ends up in one complete PDF file, in the pages folder or, when that cannot
+// be written, in the spare folder; never an empty or cut-off file.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include "platform/qt/page_spooler.h"
+
+namespace quill::qt {
+namespace {
+
+// A page with a drawn grid of numbers, about as much as a page of squares.
+PageSnapshot pageOfNumbers(int seed) {
+  PageSnapshot page;
+  for (int i = 0; i < 625; ++i) {
+    const auto x = static_cast<float>(8 + (i % 25) * 24), y = static_cast<float>(8 + (i / 25) * 18);
+    page.drawing.push_back({DrawOp::Kind::Box, x, y, x + 24, y + 18, 15, {}});
+    page.drawing.push_back({DrawOp::Kind::Text, x + 2, y + 3, 0, 0, 0, std::to_string(seed * 1000 + i)});
+  }
+  return page;
+}
+
+// The PDF files of a folder and how many pages each holds (0: not a whole PDF).
+std::map<QString, int> pdfPages(const QString& folder) {
+  std::map<QString, int> found;
+  for (const QString& name : QDir(folder).entryList(QDir::Files)) {
+    QProcess info;
+    info.start("pdfinfo", {QDir(folder).filePath(name)});
+    info.waitForFinished();
+    const QString out = QString::fromLocal8Bit(info.readAllStandardOutput());
+    const auto at = out.indexOf("Pages:");
+    found[name] = info.exitCode() == 0 && at >= 0 ? out.mid(at + 6).section('\n', 0, 0).trimmed().toInt() : 0;
+  }
+  return found;
+}
+
+class Printing : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (QStandardPaths::findExecutable("pdfinfo").isEmpty()) GTEST_SKIP() << "pdfinfo is not installed";
+    where = {folder.filePath("pages"), folder.filePath("spare"), false};
+  }
+  // Two documents, of 3 pages and of 48 pages, through a spooler.
+  void printTwoDocuments() {
+    PageSpooler spooler(where);
+    for (int i = 0; i < 3; ++i) spooler.submit(pageOfNumbers(i));
+    spooler.endDocument();
+    for (int i = 0; i < 48; ++i) spooler.submit(pageOfNumbers(i));
+    ASSERT_TRUE(spooler.finish(std::chrono::minutes(1)));
+    EXPECT_EQ(spooler.deliveredCount(), 2);
+  }
+  static std::vector<int> counts(const std::map<QString, int>& files) {
+    std::vector<int> pages;
+    for (const auto& [name, count] : files) pages.push_back(count);
+    return pages;
+  }
+
+  QTemporaryDir folder;
+  Destinations where;
+};
+
+TEST_F(Printing, WithoutAPrinterEachDocumentIsOneCompleteFile) {
+  where.usePrinter = true;
+  qputenv("CUPS_SERVER", folder.filePath("no-cups.sock").toLocal8Bit());
+  printTwoDocuments();
+  qunsetenv("CUPS_SERVER");
+  EXPECT_EQ(counts(pdfPages(where.pagesFolder)), (std::vector<int>{3, 48}));
+  EXPECT_FALSE(QDir(where.spareFolder).exists());
+}
+
+TEST_F(Printing, APagesFolderThatCannotBeMadeSendsThePagesToTheSpareFolder) {
+  QFile blocker(where.pagesFolder);  // a file where the folder should be
+  ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+  blocker.close();
+  printTwoDocuments();
+  EXPECT_EQ(counts(pdfPages(where.spareFolder)), (std::vector<int>{3, 48}));
+}
+
+// A pages folder on a small filesystem that fills up part-way through the
+// large document: that document goes to the spare folder, and nothing of it
+// stays behind, under its final name or any other.
+TEST_F(Printing, AFullDiskLeavesNoCutOffFile) {
+  QDir().mkpath(where.pagesFolder);
+  const QByteArray target = QFile::encodeName(where.pagesFolder);
+  if (geteuid() != 0 || mount("tmpfs", target.constData(), "tmpfs", 0, "size=160k") != 0) {
+    GTEST_SKIP() << "cannot mount a small filesystem here";
+  }
+  printTwoDocuments();
+  const std::map<QString, int> kept = pdfPages(where.pagesFolder);
+  const std::map<QString, int> spare = pdfPages(where.spareFolder);
+  umount(target.constData());
+  EXPECT_EQ(counts(kept), (std::vector<int>{3}));
+  EXPECT_EQ(counts(spare), (std::vector<int>{48}));
+}
+
+}  // namespace
+}  // namespace quill::qt
