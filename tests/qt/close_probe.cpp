@@ -1,6 +1,7 @@
-// Probe for the close test: the real window, a loop that only yields (as a
-// long run does), and a close of the window from inside that loop. Exit code
-// 0 means End program ended it; 3 means the loop outlived its window.
+// Probe for the close test: the real window, a page handed to the printer, a
+// loop that only yields (as a long run does), and a close of the window from
+// inside that loop. Exit code 0 means End program ended it; 3 means the loop
+// outlived its window.
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTimer>
@@ -22,6 +23,9 @@ int main(int argc, char** argv) {
   view.showAndActivate();
 
   QTimer::singleShot(0, [&] {
+    window->surface().fillBox(8, 8, 128, 98, 15);
+    window->surface().printText("4711");
+    platform.printWindow();
     QTimer::singleShot(200, &view, [&] {
       std::puts("closing inside the loop");
       std::fflush(stdout);

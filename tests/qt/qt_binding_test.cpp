@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -350,8 +351,15 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
 
 // Closing the window while a long loop yields ends the process at once and
 // cleanly; the probe is the real window in a process of its own.
+// The page handed over before the close is still delivered: without a
+// printer, as a complete file.
 TEST(QtProcess, ClosingTheWindowDuringAYieldingLoopEndsTheProgram) {
+  QTemporaryDir home;
   QProcess probe;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("HOME", home.path());
+  environment.insert("CUPS_SERVER", home.filePath("no-cups.sock"));
+  probe.setProcessEnvironment(environment);
   probe.setProcessChannelMode(QProcess::MergedChannels);
   probe.start(QUILLION_CLOSE_PROBE, {});
   ASSERT_TRUE(probe.waitForStarted(5000));
@@ -364,6 +372,11 @@ TEST(QtProcess, ClosingTheWindowDuringAYieldingLoopEndsTheProgram) {
   EXPECT_EQ(probe.exitCode(), 0) << output.toStdString();
   EXPECT_TRUE(output.contains("closing inside the loop")) << output.toStdString();
   EXPECT_NE(::kill(static_cast<pid_t>(pid), 0), 0);  // nothing left behind
+  const QStringList saved = QDir(home.filePath("Quillion/pages")).entryList(QDir::Files);
+  ASSERT_EQ(saved.size(), 1) << output.toStdString();
+  QFile file(home.filePath("Quillion/pages/" + saved.front()));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().trimmed().endsWith("%%EOF"));
 }
 
 }  // namespace
