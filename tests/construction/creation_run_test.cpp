@@ -118,10 +118,12 @@ TEST_F(CreationRun, TiledSquaresPrintTheirTilesAndNoBlankSheet) {
   };
   for (const Case c : {Case{"31", 0, 2}, Case{"31", 2, 4}, Case{"53", 1, 6}}) {
     platform.pages.clear();
+    platform.documentEnds.clear();
     retype(w.Text2, c.size);
     (c.printChoice == 0 ? w.panswers : c.printChoice == 1 ? w.ppuzzles : w.pboth).userClick();
     run();
     EXPECT_EQ(platform.pages.size(), c.pages) << c.size;
+    EXPECT_EQ(platform.documentEnds, std::vector<std::size_t>{c.pages});  // the whole run, one document
     for (const PrintedPage& page : platform.pages) EXPECT_FALSE(cellTexts(page.drawing).empty());
   }
 }
@@ -205,6 +207,7 @@ TEST_F(CreationRun, WithoutAPrintCountPagesGoOnUntilAborted) {
   };
   run();
   EXPECT_EQ(platform.pages.size(), 3u);
+  EXPECT_EQ(platform.documentEnds, (std::vector<std::size_t>{1, 2, 3}));  // each page as it is done
   // After the first page each page begins with a key square, drawn over by the first square.
   EXPECT_EQ(gridBoxes(platform.pages[0].drawing).size(), 25u);
   EXPECT_EQ(gridBoxes(platform.pages[1].drawing).size(), 26u);

@@ -35,7 +35,10 @@ class FakePlatform : public Platform {
 
   void maximiseWindow() override { ++maximiseCount; }
   void printWindow() override;
-  void endDocument() override { documentEnds.push_back(pages.size()); }
+  // As the spooler does, an end without pages since the last makes no document.
+  void endDocument() override {
+    if (pages.size() > (documentEnds.empty() ? 0 : documentEnds.back())) documentEnds.push_back(pages.size());
+  }
   void refreshWindow() override { ++refreshCount; }
   void yield() override;
   void waitForEvents() override;
