@@ -71,6 +71,9 @@ TEST_F(NumericInputs, PageCapacityOfTheMenuSizes) {
 // rows and columns of the page (at least one), and that many squares laid
 // out as a page lays them out stay on the page when one square fits at all.
 TEST_F(NumericInputs, PageCapacityIsWhatFitsOnThePage) {
+  // The largest size the entry takes, with 301-character numbers: no overflow.
+  EXPECT_EQ(page::pageCapacity(999983, 8 * 301), 1);
+  EXPECT_TRUE(page::largerThanPage(999983, 8 * 301));
   const int width = 753;
   const int height = 530;
   for (int n = 5; n <= 101; n += 2) {
