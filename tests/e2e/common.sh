@@ -80,3 +80,42 @@ wait_for_title() {
   done
   [ "$(title)" = "$1" ]
 }
+
+# A print service of the test's own, on a socket in $work, with one queue,
+# Keep, that copies each job into $work/cups/out; the program is pointed at
+# it. Needs root. Sets: cups_dir, cups_pid. Stop it with stop_private_cups.
+start_private_cups() {
+  [ "$(id -u)" -eq 0 ] || { echo "a private print service needs root"; exit 77; }
+  cups_dir="$work/cups"
+  mkdir -p "$cups_dir/serverbin/backend" "$cups_dir/spool" "$cups_dir/tmp" "$cups_dir/cache" \
+    "$cups_dir/state" "$cups_dir/out"
+  chmod 777 "$cups_dir/out" "$cups_dir/tmp"
+  chmod 755 "$work"
+  for part in filter daemon cgi-bin driver monitor notifier; do
+    [ -e "/usr/lib/cups/$part" ] && ln -s "/usr/lib/cups/$part" "$cups_dir/serverbin/$part"
+  done
+  cat >"$cups_dir/serverbin/backend/keep" <<'KEEP'
+#!/bin/sh
+[ $# -eq 0 ] && { echo 'direct keep "Unknown" "Keep"'; exit 0; }
+out="$(dirname "$0")/../../out"
+if [ -n "$6" ]; then cp "$6" "$out/.job-$1"; else cat >"$out/.job-$1"; fi && mv "$out/.job-$1" "$out/job-$1.pdf"
+KEEP
+  chmod 755 "$cups_dir/serverbin/backend/keep"
+  printf '%s\n' "Listen $cups_dir/cups.sock" "LogLevel warn" "DefaultAuthType None" \
+    "<Location />" "Order allow,deny" "Allow all" "</Location>" >"$cups_dir/cupsd.conf"
+  printf '%s\n' "ServerRoot $cups_dir" "RequestRoot $cups_dir/spool" "TempDir $cups_dir/tmp" \
+    "CacheDir $cups_dir/cache" "StateDir $cups_dir/state" "ServerBin $cups_dir/serverbin" \
+    "DataDir /usr/share/cups" "ErrorLog $cups_dir/error_log" "AccessLog $cups_dir/access_log" \
+    "PageLog $cups_dir/page_log" "FileDevice No" >"$cups_dir/cups-files.conf"
+  /usr/sbin/cupsd -f -c "$cups_dir/cupsd.conf" -s "$cups_dir/cups-files.conf" >"$cups_dir/cupsd.log" 2>&1 &
+  cups_pid=$!
+  CUPS_SERVER="$cups_dir/cups.sock"
+  PRINTER=Keep
+  export CUPS_SERVER PRINTER
+  for _ in $(seq 50); do [ "$(lpstat -r 2>/dev/null)" = "scheduler is running" ] && break; sleep 0.1; done
+  lpadmin -p Keep -v keep:/ -E -m raw 2>/dev/null || fail "the private print service did not start"
+}
+stop_private_cups() {
+  [ -n "${cups_pid:-}" ] && kill "$cups_pid" 2>/dev/null && wait "$cups_pid" 2>/dev/null
+  cups_pid=""
+}

@@ -140,10 +140,17 @@ bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, c
 }
 
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
-  QString failure = where.usePrinter ? "no default printer" : "printing to files";
+  QString failure = "printing to files";
   if (where.usePrinter) {
     if (const std::optional<Printer> printer = defaultPrinter()) {
       if (printDocument(*printer, pages, failure)) return {printer->name, false};
+    } else {
+      // Also when the print service is down or gone: the reason says which.
+      failure = "no default printer";
+      const ipp_status_t why = cupsLastError();
+      if (why > IPP_STATUS_OK_EVENTS_COMPLETE && why != IPP_STATUS_ERROR_NOT_FOUND) {
+        failure += QString(" (%1)").arg(QString::fromLocal8Bit(cupsLastErrorString()));
+      }
     }
   }
   QString path;
