@@ -1,7 +1,8 @@
 #!/bin/sh
 # End to end with a default printer that refuses every job: "Create" with the
 # settings as the program starts keeps the run's two pages as one complete
-# PDF file in ~/Quillion/pages, and says so in one line on standard error.
+# PDF file in ~/Quillion/pages, on the locale's paper (here the United
+# States': Letter), and says so in one line on standard error.
 # Usage: print_refused.sh QUILLION_BINARY
 #   (needs QUILLION_E2E_DISPLAY and the test printer's CUPS; run as root)
 set -u
@@ -14,7 +15,8 @@ lpadmin -p "$queue" -v cups-pdf:/ -E -m lsb/usr/cups-pdf/CUPS-PDF_opt.ppd 2>/dev
 cupsreject "$queue"
 trap 'lpadmin -x "$queue" 2>/dev/null' EXIT
 PRINTER=$queue
-export PRINTER
+LC_ALL=en_US.UTF-8
+export PRINTER LC_ALL
 start_program
 
 xdotool mousemove --window "$wid" 328 190 click 1
@@ -28,6 +30,8 @@ done
 [ "$(ls -A "$pages" | grep -vc '\.pdf$')" -eq 0 ] || fail "something else was left: $(ls -A "$pages")"
 count=$(pdfinfo "$pages"/*.pdf | sed -n 's/^Pages: *//p')
 [ "$count" = 2 ] || fail "expected two pages in the file, got $count"
+pdfinfo "$pages"/*.pdf | grep -q '^Page size: *792 x 612 pts (letter)' ||
+  fail "not on Letter paper, landscape: $(pdfinfo "$pages"/*.pdf | grep 'Page size')"
 grep -q "^Quillion: $queue refused the job (.*); 2 pages saved as $pages/quillion-.*\.pdf$" "$work/log" ||
   fail "no line on standard error saying where the pages went"
 [ "$(grep -c . "$work/log")" -ge 1 ] || fail "empty log"
