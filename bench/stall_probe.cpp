@@ -1,6 +1,7 @@
 // Measures how long the event loop goes unanswered during a run: the run
 // turns it only at its yields, so the longest time between two yields is the
-// longest stall. Default: 101 by 101 with puzzles and answers, pages to PDF.
+// longest stall. Default: 101 by 101 with puzzles and answers, pages to PDF
+// files, offscreen; QT_QPA_PLATFORM and CUPS_SERVER choose otherwise.
 // Usage: quillion_stall [SIZE]
 #include <QApplication>
 #include <QElapsedTimer>
@@ -24,8 +25,9 @@ struct TimedPlatform : quill::qt::QtPlatform {
 };
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("CUPS_SERVER", "/nonexistent/cups.sock");
+  // Offscreen and without a printer unless told otherwise.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (qEnvironmentVariableIsEmpty("CUPS_SERVER")) qputenv("CUPS_SERVER", "/nonexistent/cups.sock");
   QApplication app(argc, argv);
   TimedPlatform platform;
   auto window = std::make_unique<quill::MainWindow>(platform);
