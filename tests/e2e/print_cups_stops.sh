@@ -2,13 +2,17 @@
 # End to end with a print service that stops in the middle of a run: a run
 # without a print count delivers each page and its answers as it goes; the
 # documents printed before the service stops reach the printer, those after
-# are kept as PDF files, and every one is complete.
+# are kept as PDF files, and every one is complete: the printed ones on the
+# printer's paper (Letter here), the kept ones on the locale's (A4).
 # Usage: print_cups_stops.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY; root)
 set -u
 binary=$1
 . "$(dirname "$0")/common.sh"
 start_private_cups
 trap 'stop_private_cups' EXIT
+lpoptions -p "$PRINTER" -o media=Letter >/dev/null
+LC_ALL=C
+export LC_ALL
 start_program
 
 # Print count 0, then "Create": page after page until Q.
@@ -33,6 +37,12 @@ quit_program
 for f in "$out"/* "$pages"/*; do
   count=$(pdfinfo "$f" 2>/dev/null | sed -n 's/^Pages: *//p')
   case "$count" in 1|2) ;; *) fail "$f is not a whole document of a page and its answers: '$count'" ;; esac
+done
+for f in "$out"/*; do
+  pdfinfo "$f" | grep -q '^Page size: *792 x 612 pts (letter)' || fail "$f is not on the printer's Letter paper"
+done
+for f in "$pages"/*; do
+  pdfinfo "$f" | grep -q '^Page size: *842 x 595 pts (A4)' || fail "$f is not on the locale's A4 paper"
 done
 [ "$(ls -A "$pages" | grep -vc '\.pdf$')" -eq 0 ] || fail "something else was left: $(ls -A "$pages")"
 grep -q "^Quillion: no default printer.*; [12] pages\{0,1\} saved as $pages/quillion-.*\.pdf$" "$work/log" ||

@@ -4,19 +4,16 @@
 # PDF file in ~/Quillion/pages, on the locale's paper (here the United
 # States': Letter), and says so in one line on standard error.
 # Usage: print_refused.sh QUILLION_BINARY
-#   (needs QUILLION_E2E_DISPLAY and the test printer's CUPS; run as root)
+#   (needs QUILLION_E2E_DISPLAY; root, for a print service of its own)
 set -u
 binary=$1
 . "$(dirname "$0")/common.sh"
-use_test_printer
-[ "$(id -u)" -eq 0 ] || { echo "adding a printer needs root"; exit 77; }
-queue=QuillionRefuses
-lpadmin -p "$queue" -v cups-pdf:/ -E -m lsb/usr/cups-pdf/CUPS-PDF_opt.ppd 2>/dev/null || fail "no queue"
+start_private_cups
+trap 'stop_private_cups' EXIT
+queue=$PRINTER
 cupsreject "$queue"
-trap 'lpadmin -x "$queue" 2>/dev/null' EXIT
-PRINTER=$queue
 LC_ALL=en_US.UTF-8
-export PRINTER LC_ALL
+export LC_ALL
 start_program
 
 xdotool mousemove --window "$wid" 328 190 click 1

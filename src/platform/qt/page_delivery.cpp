@@ -2,6 +2,7 @@
 #include "platform/qt/page_delivery.h"
 
 #include <cups/cups.h>
+#include <cups/pwg.h>
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -87,12 +88,22 @@ std::optional<Printer> defaultPrinter() {
   cups_dest_t* dest = cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr);
   if (dest == nullptr) return std::nullopt;
   Printer printer{QString::fromLocal8Bit(dest->name), localePaper()};
-  if (cups_dinfo_t* info = cupsCopyDestInfo(CUPS_HTTP_DEFAULT, dest)) {
+  // CUPS measures media in hundredths of a millimetre.
+  const auto paper = [](int width, int length, const char* name) {
+    return QPageSize(QSizeF(width / 100.0, length / 100.0), QPageSize::Millimeter, QString::fromLocal8Bit(name),
+                     QPageSize::FuzzyMatch);
+  };
+  // The queue's own default ("lpadmin -o media=..."), else what the printer says.
+  const char* media = cupsGetOption("media", dest->num_options, dest->options);
+  pwg_media_t* named = media == nullptr ? nullptr : pwgMediaForPWG(media);
+  if (named == nullptr && media != nullptr) named = pwgMediaForPPD(media);  // "Letter", "A4"
+  if (named == nullptr && media != nullptr) named = pwgMediaForLegacy(media);
+  if (named != nullptr) {
+    printer.paper = paper(named->width, named->length, named->pwg);
+  } else if (cups_dinfo_t* info = cupsCopyDestInfo(CUPS_HTTP_DEFAULT, dest)) {
     cups_size_t size;
     if (cupsGetDestMediaDefault(CUPS_HTTP_DEFAULT, dest, info, 0, &size) != 0 && size.width > 0 && size.length > 0) {
-      // CUPS measures media in hundredths of a millimetre.
-      printer.paper = QPageSize(QSizeF(size.width / 100.0, size.length / 100.0), QPageSize::Millimeter,
-                                QString::fromLocal8Bit(size.media), QPageSize::FuzzyMatch);
+      printer.paper = paper(size.width, size.length, size.media);
     }
     cupsFreeDestInfo(info);
   }
