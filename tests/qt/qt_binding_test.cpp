@@ -169,6 +169,36 @@ TEST_F(QtBinding, KeysReachButtonsAndTheWindow) {
   view.surfaceWidget()->setFocus();
   QTest::keyClick(view.surfaceWidget(), Qt::Key_Q, Qt::ControlModifier);
   EXPECT_EQ(windowKeys, (KeyLog{{17, 2}, {81, 2}}));  // Ctrl goes down first
+
+  // The desktop's conventions: F10 opens the menu bar; Enter presses the focused button.
+  QTest::keyClick(view.surfaceWidget(), Qt::Key_F10);
+  EXPECT_EQ(view.menuBar()->activeAction(), view.actionFor("options2"));
+  view.menuBar()->setActiveAction(nullptr);
+  auto* info = widget<QPushButton>("Command2");
+  info->setFocus();
+  QTest::keyClick(info, Qt::Key_Return);
+  EXPECT_TRUE(w.Label12.visible());  // the information page
+}
+
+// Under a dark desktop palette the window keeps its own: black text on the
+// light window and white text fields, the contrast its colours are made for.
+TEST(QtLook, TheWindowKeepsItsLightPaletteUnderADarkTheme) {
+  const QPalette desktop = QApplication::palette();
+  QPalette dark(Qt::white, QColor(40, 40, 40));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::Text, Qt::white);
+  QApplication::setPalette(dark);
+  QtPlatform platform;
+  auto window = std::make_unique<MainWindow>(platform);
+  FormView view(*window);
+  const auto* label = qobject_cast<QLabel*>(view.widgetFor("Label13"));
+  const auto* box = qobject_cast<QLineEdit*>(view.widgetFor("Text2"));
+  QApplication::setPalette(desktop);
+  ASSERT_TRUE(label != nullptr && box != nullptr);
+  EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::black));
+  EXPECT_EQ(view.surfaceWidget()->palette().color(QPalette::Window).lightness(), 239);
+  EXPECT_EQ(box->palette().color(QPalette::Base), QColor(Qt::white));
+  EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::black));
 }
 
 TEST_F(QtBinding, ClicksAndMenuItemsMovePagesAndTheWidgetsFollow) {

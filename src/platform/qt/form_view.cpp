@@ -8,11 +8,12 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <algorithm>
 
 #include "platform/qt/control_widgets.h"
-#include "platform/qt/fonts.h"
+#include "platform/qt/appearance.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/surface_widget.h"
 
@@ -45,10 +46,22 @@ void applyColours(QWidget* widget, const Control& control) {
 
 FormView::FormView(Form& form) : form_(form) {
   setWindowTitle(toQString(form_.caption()));
+  setPalette(windowPalette());
   surface_ = new SurfaceWidget(form_, this);
+  surface_->setStyle(windowStyle());
   setCentralWidget(surface_);
   buildMenus();
   buildControls();
+  // F10 opens the menu bar, as on every desktop; no handler uses the key.
+  auto* openMenus = new QShortcut(QKeySequence(Qt::Key_F10), this);
+  connect(openMenus, &QShortcut::activated, this, [this] {
+    for (QAction* action : menuBar()->actions()) {
+      if (action->isVisible() && action->isEnabled()) {
+        menuBar()->setActiveAction(action);
+        return;
+      }
+    }
+  });
   // The design client area below the menu bar.
   resize(pixels(form_.clientArea().width), pixels(form_.clientArea().height) + menuBar()->sizeHint().height());
   form_.setObserver(this);
@@ -101,6 +114,7 @@ void FormView::buildMenus() {
 void FormView::buildControls() {
   for (Control* control : form_.controls()) {
     QWidget* widget = createWidget(*control);
+    widget->setStyle(windowStyle());
     widget->setFont(controlFont());
     widget->installEventFilter(this);
     widgets_[control] = widget;
@@ -140,6 +154,8 @@ QWidget* FormView::createWidget(Control& control) {
     }
     case ControlKind::CommandButton: {
       auto* button = new WrappingButton(surface_);
+      // Enter presses the focused button as Space does.
+      button->setAutoDefault(true);
       connect(button, &QPushButton::clicked, this, [&control] { control.userClick(); });
       return button;
     }

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/qt/control_widgets.h"
-#include "platform/qt/fonts.h"
+#include "platform/qt/appearance.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/surface_widget.h"
 

@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/qt/fonts.h"
+#include "platform/qt/appearance.h"
 #include "platform/qt/key_codes.h"
 
 namespace quill::qt {
