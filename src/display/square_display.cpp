@@ -28,6 +28,7 @@ void SquareDisplay::drawTile(const page::Placement& at, const page::Tile& tile, 
   const int bottom = at.gridTop + tile.rows * h;
   const auto f = [](int value) { return static_cast<float>(value); };
   surface_.fillBox(f(at.gridLeft), f(at.gridTop), f(right), f(bottom), palette::white);
+  surface_.addGrid({f(at.gridLeft), f(at.gridTop), f(w), f(h), tile.columns, tile.rows, tile.firstColumn, tile.firstRow});
 
   // columns + 1 vertical and rows + 1 horizontal lines, drawn in pairs.
   for (int x = at.gridLeft, y = at.gridTop; x <= right || y <= bottom; x += w, y += h) {

@@ -21,7 +21,8 @@ Control::Control(Form& form, std::string name, ControlDesign design)
       visible_(design_.visible),
       enabled_(design_.enabled),
       rect_(design_.rect),
-      maxLength_(design_.maxLength) {
+      maxLength_(design_.maxLength),
+      accessibleName_(design_.accessibleName) {
   form_.controls_.push_back(this);
 }
 
@@ -75,6 +76,12 @@ void Control::setPixelSize(int width, int height) {
 void Control::setMaxLength(int maxLength) {
   if (maxLength == maxLength_) return;
   maxLength_ = maxLength;
+  changed();
+}
+
+void Control::setAccessibleName(const std::string& name) {
+  if (name == accessibleName_) return;
+  accessibleName_ = name;
   changed();
 }
 

@@ -83,6 +83,9 @@ struct ControlDesign {
   bool enabled = true;
   int value = 0;      // check boxes: 0 clear, 1 checked
   int maxLength = 0;  // text boxes: 0 means no limit
+  // What assistive technology calls the control, when its own text does not
+  // say: a text box's caption, an illustration's description.
+  std::string accessibleName;
   std::optional<Illustration> illustration;
 };
 
@@ -124,6 +127,9 @@ class Control {
   int maxLength() const { return maxLength_; }
   void setMaxLength(int maxLength);
 
+  const std::string& accessibleName() const { return accessibleName_; }
+  void setAccessibleName(const std::string& name);
+
   void setFocus();
 
   const std::optional<Rgb>& background() const { return design_.background; }
@@ -155,6 +161,7 @@ class Control {
   bool enabled_;
   TwipRect rect_;
   int maxLength_;
+  std::string accessibleName_;
 };
 
 class MenuItem {

@@ -27,8 +27,16 @@ void Surface::printText(const std::string& text) {
   changed();
 }
 
+void Surface::addGrid(const GridArea& grid) {
+  grids_.push_back(grid);
+  ++gridGeneration_;
+  changed();
+}
+
 void Surface::clear() {
   ops_.clear();
+  grids_.clear();
+  ++gridGeneration_;
   currentX_ = 0;
   currentY_ = 0;
   changed();

@@ -28,6 +28,16 @@ struct PaletteColour {
 };
 PaletteColour paletteColour(int number);
 
+// Where a grid of cells was drawn, so that assistive technology can offer the
+// drawing as a table: its top-left corner, cell size, and the square's
+// column and row of its first cell.
+struct GridArea {
+  float left = 0, top = 0;
+  float cellWidth = 0, cellHeight = 0;
+  int columns = 0, rows = 0;
+  int firstColumn = 1, firstRow = 1;
+};
+
 class SurfaceListener {
  public:
   virtual ~SurfaceListener() = default;
@@ -42,8 +52,13 @@ class Surface {
   void printText(const std::string& text);
   // Clear surface: erases everything to the window's background.
   void clear();
+  // Notes a grid just drawn; forgotten when the surface is cleared.
+  void addGrid(const GridArea& grid);
 
   const std::vector<DrawOp>& ops() const { return ops_; }
+  const std::vector<GridArea>& grids() const { return grids_; }
+  // Changes whenever a grid is added or the surface is cleared.
+  unsigned gridGeneration() const { return gridGeneration_; }
   float currentX() const { return currentX_; }
   float currentY() const { return currentY_; }
 
@@ -53,6 +68,8 @@ class Surface {
   void changed();
 
   std::vector<DrawOp> ops_;
+  std::vector<GridArea> grids_;
+  unsigned gridGeneration_ = 0;
   float currentX_ = 0;
   float currentY_ = 0;
   SurfaceListener* listener_ = nullptr;

@@ -53,6 +53,12 @@ ControlDesign picture(TwipRect rect, Illustration illustration) {
   return d;
 }
 
+// A control as assistive technology names it.
+ControlDesign named(ControlDesign design, std::string name) {
+  design.accessibleName = std::move(name);
+  return design;
+}
+
 ControlDesign hiddenTextBox(TwipRect rect) {
   ControlDesign d = textBox("", rect);
   d.visible = false;
@@ -129,23 +135,23 @@ MainForm::MainForm()
 
       Label20(*this, "Label20",
               label("Allow how many random starting numbers?", {720, 360, 3135, 255}, colours::orange)),
-      Text7(*this, "Text7", textBox("10", {3840, 360, 495, 285}, 9)),
+      Text7(*this, "Text7", named(textBox("10", {3840, 360, 495, 285}, 9), "Allow how many random starting numbers?")),
       Check1(*this, "Check1",
              checkBox("Choose Random Starting Number", {720, 840, 2175, 375}, colours::green, 0)),
       Label2(*this, "Label2",
              label("Size of Square (Prime Number):", {3720, 840, 2295, 255}, colours::lightCyan)),
-      Text2(*this, "Text2", textBox("5", {6000, 840, 495, 285}, 6)),
+      Text2(*this, "Text2", named(textBox("5", {6000, 840, 495, 285}, 6), "Size of Square (Prime Number):")),
       Label1(*this, "Label1", label("Print how many squares?", {3720, 1320, 1935, 255}, colours::green)),
-      Text1(*this, "Text1", textBox("25", {5640, 1320, 495, 285})),
+      Text1(*this, "Text1", named(textBox("25", {5640, 1320, 495, 285}), "Print how many squares?")),
       Check12(*this, "Check12", checkBox("Fill Page", {6720, 1320, 1215, 255}, colours::orange, 1)),
       Label9(*this, "Label9", label("Starting Number:", {720, 1680, 1335, 255}, colours::green)),
-      text4(*this, "text4", textBox("1", {2040, 1680, 495, 285}, 9)),
+      text4(*this, "text4", named(textBox("1", {2040, 1680, 495, 285}, 9), "Starting Number:")),
       Command1(*this, "Command1", button("Create \"Complete\" Magic Square(s)", {4080, 1920, 1695, 735})),
       Label4(*this, "Label4",
              label("How many (5 by 5) \"Complete\" Magic Squares are there?: ",
                    {6000, 1920, 5295, 255}, colours::cyan)),
       Label10(*this, "Label10", label("Distance Between Numbers:", {720, 2160, 2175, 255}, colours::green)),
-      Text5(*this, "Text5", textBox("1", {2880, 2160, 495, 285}, 9)),
+      Text5(*this, "Text5", named(textBox("1", {2880, 2160, 495, 285}, 9), "Distance Between Numbers:")),
       Label3(*this, "Label3",
              label("There are 576 fundamental squares.", {6000, 2160, 5295, 255}, colours::white)),
       Label5(*this, "Label5",
@@ -157,7 +163,7 @@ MainForm::MainForm()
              label("Each Square can also be rotated once to produce a second square: (14400 * 2 = 28800).",
                    {6000, 2880, 5295, 495}, colours::white)),
       Label8(*this, "Label8", label("Leave how many blanks?", {3120, 3240, 1935, 255}, colours::cyan)),
-      Text3(*this, "Text3", textBox("100", {5040, 3240, 495, 285})),
+      Text3(*this, "Text3", named(textBox("100", {5040, 3240, 495, 285}), "Leave how many blanks?")),
       Label7(*this, "Label7",
              label("Therefore, there are exactly 28800 \"Complete\" Magic Squares of (5 by 5). ",
                    {6000, 3360, 5295, 495}, colours::white)),
@@ -178,13 +184,15 @@ MainForm::MainForm()
       Label16(*this, "Label16",
               label("         Major Diagonal", {3360, 2760, 1815, 255}, colours::green, kHidden)),
       Picture1(*this, "Picture1",
-               picture({3360, 3240, 1935, 1455},
-                       marked({{1, 1, F}, {2, 2, F}, {3, 3, F}, {4, 4, F}, {5, 5, F}}))),
+               named(picture({3360, 3240, 1935, 1455},
+                       marked({{1, 1, F}, {2, 2, F}, {3, 3, F}, {4, 4, F}, {5, 5, F}})),
+                     "Major diagonal: a 5 by 5 grid with its main diagonal marked, from the top left to the bottom right corner")),
       Label17(*this, "Label17",
               label("         Minor Diagonal", {6240, 2760, 1815, 255}, colours::green, kHidden)),
       Picture2(*this, "Picture2",
-               picture({6240, 3240, 1935, 1455},
-                       marked({{4, 1, F}, {5, 2, F}, {1, 3, F}, {2, 4, F}, {3, 5, F}}, false))),
+               named(picture({6240, 3240, 1935, 1455},
+                       marked({{4, 1, F}, {5, 2, F}, {1, 3, F}, {2, 4, F}, {3, 5, F}}, false)),
+                     "Minor diagonal: a 5 by 5 grid with a broken diagonal marked: row 1 column 4, row 2 column 5, row 3 column 1, row 4 column 2, row 5 column 3")),
 
       Label22(*this, "Label22",
               label("Properties for Magic Squares:", {240, 120, 3255, 255}, colours::magenta, kHidden)),
@@ -221,19 +229,23 @@ MainForm::MainForm()
               checkBox("Include All Scattered-Cross-Lines", {7560, 4200, kWidePair, kPairHeight},
                        colours::green, 0, kHidden)),
       Picture3(*this, "Picture3",
-               picture(at(120, 5280, kIllustrationSize),
+               named(picture(at(120, 5280, kIllustrationSize),
                        marked({{1, 1, S}, {3, 1, S}, {2, 2, S}, {1, 3, S}, {3, 3, S},
-                               {3, 2, T}, {5, 2, T}, {4, 3, T}, {3, 4, T}, {5, 4, T}}))),
+                               {3, 2, T}, {5, 2, T}, {4, 3, T}, {3, 4, T}, {5, 4, T}})),
+                     "Cross-diagonals: two X-shaped groups of five cells marked, one centred on row 2 column 2, one on row 3 column 4")),
       Picture6(*this, "Picture6",
-               picture(at(2400, 5280, kIllustrationSize),
+               named(picture(at(2400, 5280, kIllustrationSize),
                        marked({{2, 1, S}, {1, 2, S}, {2, 2, S}, {3, 2, S}, {2, 3, S},
-                               {4, 3, T}, {3, 4, T}, {4, 4, T}, {5, 4, T}, {4, 5, T}}))),
+                               {4, 3, T}, {3, 4, T}, {4, 4, T}, {5, 4, T}, {4, 5, T}})),
+                     "Cross-lines: two plus-shaped groups of five cells marked, one centred on row 2 column 2, one on row 4 column 4")),
       Picture5(*this, "Picture5",
-               picture(at(4800, 5280, kIllustrationSize),
-                       marked({{1, 1, F}, {5, 1, F}, {3, 3, F}, {1, 5, F}, {5, 5, F}}))),
+               named(picture(at(4800, 5280, kIllustrationSize),
+                       marked({{1, 1, F}, {5, 1, F}, {3, 3, F}, {1, 5, F}, {5, 5, F}})),
+                     "Scattered cross-diagonal: the four corners and the centre marked")),
       Picture4(*this, "Picture4",
-               picture(at(7560, 5280, kIllustrationSize),
-                       marked({{3, 1, F}, {1, 3, F}, {3, 3, F}, {5, 3, F}, {3, 5, F}}))) {
+               named(picture(at(7560, 5280, kIllustrationSize),
+                       marked({{3, 1, F}, {1, 3, F}, {3, 3, F}, {5, 3, F}, {3, 5, F}})),
+                     "Scattered cross-line: the middle of each edge and the centre marked")) {
   setCaption(kProgramTitle);
   setClientArea({0, 0, kDesignClientWidth, kDesignClientHeight});
 }

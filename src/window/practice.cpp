@@ -117,6 +117,7 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
     return;
   }
   Text6.setText("");
+  Text6.setAccessibleName("row " + numberText(hit->originY) + ", column " + numberText(hit->originX));
   Text6.setPixelPosition(cursorX, cursorY);
   Text6.setVisible(true);
   Text6.setEnabled(true);

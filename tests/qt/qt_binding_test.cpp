@@ -2,6 +2,7 @@
 // model, the model's changes reach the widgets, and nothing echoes back.
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -377,6 +378,59 @@ TEST_F(QtBinding, PracticeTakesClicksAndTypingThroughTheWidgets) {
   EXPECT_TRUE(played);
   EXPECT_EQ(view.windowTitle(), "Quillion");
   EXPECT_TRUE(widget<QPushButton>("Command4")->isVisible());
+}
+
+// What a screen reader finds: every input named after its caption, every
+// illustration described, and during practice the puzzle as a table of its
+// cells, a blank of which opens the entry box when pressed.
+TEST_F(QtBinding, AssistiveTechnologyReadsTheInputsAndPlaysThePuzzle) {
+  const std::pair<const char*, const char*> inputs[] = {{"Text7", "Label20"}, {"Text2", "Label2"}, {"Text1", "Label1"},
+                                                        {"text4", "Label9"},  {"Text5", "Label10"}, {"Text3", "Label8"}};
+  for (const auto& [box, label] : inputs) {
+    QAccessibleInterface* named = QAccessible::queryAccessibleInterface(view.widgetFor(box));
+    ASSERT_NE(named, nullptr) << box;
+    EXPECT_EQ(named->text(QAccessible::Name).toStdString(), w.findControl(label)->caption()) << box;
+  }
+  for (const char* picture : {"Picture1", "Picture2", "Picture3", "Picture4", "Picture5", "Picture6"}) {
+    EXPECT_GT(QAccessible::queryAccessibleInterface(view.widgetFor(picture))->text(QAccessible::Name).size(), 20)
+        << picture;
+  }
+
+  bool played = false;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    if (played || w.runState() != RunState::Puzzle || view.windowTitle().startsWith("Creating")) return;
+    played = true;
+    QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(view.surfaceWidget());
+    QAccessibleTableInterface* table = nullptr;
+    for (int i = 0; i < surface->childCount() && table == nullptr; ++i) table = surface->child(i)->tableInterface();
+    ASSERT_NE(table, nullptr);
+    ASSERT_EQ(table->rowCount(), 5);
+    ASSERT_EQ(table->columnCount(), 5);
+    QAccessibleInterface* blank = nullptr;
+    for (int row = 0; row < 5; ++row) {
+      for (int column = 0; column < 5; ++column) {
+        QAccessibleInterface* cell = table->cellAt(row, column);
+        const double number = w.square().squareNumbers[column + 1][row + 1];
+        const QString expected = isBlank(number) ? "blank" : QString::number(number);
+        EXPECT_EQ(cell->text(QAccessible::Name), expected) << row << "," << column;
+        if (isBlank(number) && blank == nullptr) blank = cell;
+      }
+    }
+    ASSERT_NE(blank, nullptr);
+    blank->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    const int row = blank->tableCellInterface()->rowIndex() + 1, column = blank->tableCellInterface()->columnIndex() + 1;
+    auto* box = widget<QLineEdit>("Text6");
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(box)->text(QAccessible::Name),
+              QString("row %1, column %2").arg(row).arg(column));
+    EXPECT_EQ(blank->text(QAccessible::Description), "entry box");
+    view.actionFor("qplaying")->trigger();
+  });
+  poll.start(5);
+  QTimer::singleShot(20000, [&] { view.actionFor("qplaying")->trigger(); });  // never hang
+  QTest::mouseClick(widget<QPushButton>("Command4"), Qt::LeftButton);
+  EXPECT_TRUE(played);
 }
 
 // Closing the window while a long loop yields ends the process at once and

@@ -15,6 +15,7 @@
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/appearance.h"
 #include "platform/qt/key_codes.h"
+#include "platform/qt/surface_accessible.h"
 #include "platform/qt/surface_widget.h"
 
 namespace quill::qt {
@@ -47,6 +48,7 @@ void applyColours(QWidget* widget, const Control& control) {
 FormView::FormView(Form& form) : form_(form) {
   setWindowTitle(toQString(form_.caption()));
   setPalette(windowPalette());
+  installSurfaceAccessibility();
   surface_ = new SurfaceWidget(form_, this);
   surface_->setStyle(windowStyle());
   setCentralWidget(surface_);
@@ -181,6 +183,7 @@ void FormView::applyControl(const Control& control, QWidget* widget) {
   } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
     button->setText(text);
   }
+  if (!control.accessibleName().empty()) widget->setAccessibleName(toQString(control.accessibleName()));
   widget->setGeometry(pixelRect(control.rect()));
   widget->setEnabled(control.enabled());
   widget->setVisible(control.visible());
@@ -212,7 +215,10 @@ void FormView::menuChanged(const MenuItem& item) {
 
 void FormView::captionChanged(const std::string& caption) { setWindowTitle(toQString(caption)); }
 
-void FormView::surfaceChanged() { surface_->update(); }
+void FormView::surfaceChanged() {
+  surface_->update();
+  surfaceDrawingChanged(surface_);
+}
 
 void FormView::showAndActivate() {
   show();

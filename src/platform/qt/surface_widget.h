@@ -20,6 +20,7 @@ class SurfaceWidget : public QWidget {
 
  public:
   SurfaceWidget(Form& form, QWidget* parent);
+  Form& form() const { return form_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
