@@ -126,11 +126,13 @@ class TableAccessible : public QAccessibleInterface, public QAccessibleTableInte
 
 class SurfaceAccessible : public QAccessibleWidget {
  public:
-  explicit SurfaceAccessible(SurfaceWidget* widget) : QAccessibleWidget(widget, QAccessible::Pane) {}
+  // Made for a finished SurfaceWidget: its form is taken now, as the widget
+  // may be half torn down when the interface is last asked something.
+  explicit SurfaceAccessible(SurfaceWidget* widget)
+      : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()) {}
   ~SurfaceAccessible() override { forget(); }
 
-  SurfaceWidget* surfaceWidget() const { return static_cast<SurfaceWidget*>(widget()); }
-  const Surface& surface() const { return surfaceWidget()->form().surface(); }
+  const Surface& surface() const { return form_.surface(); }
   const std::vector<GridArea>& grids() const { return surface().grids(); }
 
   QString text(QAccessible::Text t) const override {
@@ -164,7 +166,7 @@ class SurfaceAccessible : public QAccessibleWidget {
   }
   // Whether the practice's entry box stands over this cell.
   bool holdsEntryBox(const GridArea& g, int row, int column) const {
-    const Control* box = surfaceWidget()->form().findControl("Text6");
+    const Control* box = form_.findControl("Text6");
     if (box == nullptr || !box->visible()) return false;
     return box->rect().left / kTwipsPerPixel == static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth) &&
            box->rect().top / kTwipsPerPixel == static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight);
@@ -172,12 +174,15 @@ class SurfaceAccessible : public QAccessibleWidget {
   void press(const GridArea& g, int row, int column) const {
     const float x = g.left + (static_cast<float>(column) + 0.5F) * g.cellWidth;
     const float y = g.top + (static_cast<float>(row) + 0.5F) * g.cellHeight;
-    surfaceWidget()->form().userMouseDown(1, 0, x, y);
+    form_.userMouseDown(1, 0, x, y);
   }
 
  private:
   QAccessibleInterface* cached(std::size_t grid, int row, int column) const {
-    if (generation_ != surface().gridGeneration()) forget();
+    if (generation_ != surface().gridGeneration()) {
+      forget();
+      generation_ = surface().gridGeneration();
+    }
     if (grid >= grids().size()) return nullptr;
     const auto key = std::make_tuple(grid, row, column);
     if (const auto it = cache_.find(key); it != cache_.end()) return QAccessible::accessibleInterface(it->second);
@@ -190,9 +195,9 @@ class SurfaceAccessible : public QAccessibleWidget {
   void forget() const {
     for (const auto& [key, id] : cache_) QAccessible::deleteAccessibleInterface(id);
     cache_.clear();
-    generation_ = surface().gridGeneration();
   }
 
+  Form& form_;
   mutable std::map<std::tuple<std::size_t, int, int>, QAccessible::Id> cache_;
   mutable unsigned generation_ = 0;
 };
