@@ -28,14 +28,31 @@ start_program() {
     sleep 0.1
   done
   [ -n "$wid" ] || fail "no window titled Quillion appeared"
-  sleep 0.5
+  # Ready once activation has maximised it to the screen.
+  screen=$(xdpyinfo | sed -n 's/^ *dimensions: *\([0-9]*x[0-9]*\) pixels.*/\1/p')
+  for _ in $(seq 50); do
+    xdotool getwindowgeometry "$wid" 2>/dev/null | grep -q "Geometry: $screen" && return 0
+    sleep 0.1
+  done
+  fail "the window was not maximised to $screen"
+}
+
+# Chooses a menu item from the keyboard, as a person without a mouse does:
+# F10 opens the first menu; Down moves to its first item and down the items;
+# Right opens the next menu on its first item; Return chooses. Then waits
+# until the menu has closed again.
+choose_menu() {
+  xdotool key F10 "$@"
+  for _ in $(seq 50); do
+    [ "$(xdotool search --onlyvisible --pid "$pid" 2>/dev/null | wc -l)" -le 1 ] && return 0
+    sleep 0.05
+  done
+  fail "the menu did not close after: $*"
 }
 
 # "Options" is the first menu; "Quit" its only item while the main page shows.
 quit_program() {
-  xdotool mousemove --window "$wid" 25 9 click 1
-  sleep 0.4
-  xdotool mousemove --window "$wid" 40 29 click 1
+  choose_menu Down Return
   for _ in $(seq 50); do
     kill -0 "$pid" 2>/dev/null || break
     sleep 0.1

@@ -25,20 +25,18 @@ after=$(awk '{ print $14 + $15 }' "/proc/$pid/stat")
 # into the entry box: 99 is no number of 1..25.
 for row in 1 2 3 4 5; do
   for column in 1 2 3 4 5; do
+    # The click is handled before the keys that follow it: no pause between.
     xdotool mousemove --window "$wid" $((8 + 24 * column - 12)) $((27 + 18 * row - 9)) click 1
-    sleep 0.1
     xdotool type --delay 20 99
     xdotool key Return
-    sleep 0.1
-    [ "$(title)" != "$score: 0" ] && break 2
+    wait_for_title "$score: 1" 3 && break 2
   done
 done
 [ "$(title)" = "$score: 1" ] || fail "after a wrong number the title reads: $(title)"
 
-# "Options" > "Quit playing" brings the main page back.
-xdotool mousemove --window "$wid" 25 9 click 1
-sleep 0.4
-xdotool mousemove --window "$wid" 60 73 click 1
+# "Options" > "Quit playing" (after "New Square" and "Start Over") brings
+# the main page back.
+choose_menu Down Down Down Return
 wait_for_title Quillion 30 || fail "Quit playing left the title at: $(title)"
 
 quit_program

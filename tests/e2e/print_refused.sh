@@ -29,7 +29,7 @@ count=$(pdfinfo "$pages"/*.pdf | sed -n 's/^Pages: *//p')
 [ "$count" = 2 ] || fail "expected two pages in the file, got $count"
 pdfinfo "$pages"/*.pdf | grep -q '^Page size: *792 x 612 pts (letter)' ||
   fail "not on Letter paper, landscape: $(pdfinfo "$pages"/*.pdf | grep 'Page size')"
-grep -q "^Quillion: $queue refused the job (.*); 2 pages saved as $pages/quillion-.*\.pdf$" "$work/log" ||
+grep -q "^Quillion: $queue did not take the job (.*); 2 pages saved as $pages/quillion-.*\.pdf$" "$work/log" ||
   fail "no line on standard error saying where the pages went"
 [ "$(grep -c . "$work/log")" -ge 1 ] || fail "empty log"
 

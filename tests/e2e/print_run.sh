@@ -14,10 +14,7 @@ start_program
 xprop -id "$wid" -spy WM_NAME >"$work/titles" 2>/dev/null &
 spy=$!
 # "Print Options" > "Print only completed Squares"; then the create button.
-xdotool mousemove --window "$wid" 110 9 click 1
-sleep 0.4
-xdotool mousemove --window "$wid" 180 30 click 1
-sleep 0.3
+choose_menu Right Return
 xdotool mousemove --window "$wid" 328 190 click 1
 
 for _ in $(seq 100); do

@@ -71,7 +71,7 @@ bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& page
   const QByteArray name = printer.name.toLocal8Bit();
   const QByteArray file = QFile::encodeName(job.fileName());
   if (cupsPrintFile2(CUPS_HTTP_DEFAULT, name.constData(), file.constData(), "Quillion", 0, nullptr) == 0) {
-    error = QString("%1 refused the job (%2)").arg(printer.name, QString::fromLocal8Bit(cupsLastErrorString()));
+    error = QString("%1 did not take the job (%2)").arg(printer.name, QString::fromLocal8Bit(cupsLastErrorString()));
     return false;
   }
   return true;
