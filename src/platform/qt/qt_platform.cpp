@@ -48,8 +48,9 @@ void QtPlatform::endProgram() {
   // The window goes at once; the pages already handed over are delivered
   // (for a few seconds at most), and then the process ends here, even from
   // deep inside a yielding loop.
+  // The hide reaches the screen at once; no user input is taken any more.
   if (view_ != nullptr) view_->hide();
-  QCoreApplication::processEvents();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   spooler_.finish(std::chrono::seconds(5));
   std::fflush(nullptr);
   std::_Exit(0);
