@@ -35,8 +35,6 @@ class PuzzleBlanks {
   void rebuild(const SquareGrid& grid, int n, bool keepReach);
   // (x, y) is now a blank tied to `type`: a new blank, or one whose type changed.
   void mark(int x, int y, int type);
-  bool isBlank(int x, int y) const { return id_[x][y] >= 0; }
-  int typeAt(int x, int y) const { return blanks_[id_[x][y]].type; }
 
   // The blanks on the straight line of type 1..4 through (x, y), and whether
   // one of them is tied to that line.

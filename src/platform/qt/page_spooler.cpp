@@ -41,11 +41,6 @@ int PageSpooler::deliveredCount() const {
   return delivered_;
 }
 
-Delivery PageSpooler::lastDelivery() const {
-  const std::lock_guard lock(mutex_);
-  return last_;
-}
-
 void PageSpooler::work() {
   std::unique_lock lock(mutex_);
   for (;;) {
@@ -56,11 +51,10 @@ void PageSpooler::work() {
     ready_.pop_front();
     delivering_ = true;
     lock.unlock();
-    const Delivery delivery = deliverDocument(document, where_);
+    deliverDocument(document, where_);
     lock.lock();
     delivering_ = false;
     ++delivered_;
-    last_ = delivery;
     idle_.notify_all();
   }
 }

@@ -30,9 +30,8 @@ class PageSpooler {
   // delivered, at most `limit`; true when all were.
   bool finish(std::chrono::milliseconds limit);
 
-  // Documents delivered so far, and where the last one went.
+  // Documents delivered so far.
   int deliveredCount() const;
-  Delivery lastDelivery() const;
 
  private:
   void work();
@@ -46,7 +45,6 @@ class PageSpooler {
   bool delivering_ = false;
   bool stopping_ = false;
   int delivered_ = 0;
-  Delivery last_;
   std::thread worker_;  // last: it starts once everything above is there
 };
 
