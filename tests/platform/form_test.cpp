@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace quill {
@@ -53,94 +55,76 @@ class FormEvents : public ::testing::Test {
   std::vector<std::string> events;
 };
 
-TEST_F(FormEvents, ProgramChangesRunTheHandlersOnlyWhenTheValueChanges) {
+// A program-set value runs the change handling only when it changes; user
+// actions go through the same rules; hidden or disabled controls and menu
+// items (also under a hidden menu) take none; the length limit holds for
+// typing only.
+TEST_F(FormEvents, ChangesRunTheHandlersByTheSameRulesForProgramAndUser) {
   form.box.setText("1");
   form.check.setValue(0);
-  EXPECT_TRUE(events.empty());
   EXPECT_TRUE(observer.log.empty());
-
   form.box.setText("22");
   form.check.setValue(1);
   form.check.setValue(1);
   form.label.setCaption("Other");  // labels have no change handling
-  EXPECT_EQ(events, (std::vector<std::string>{"box change 22", "check click 1"}));
   EXPECT_EQ(observer.log, (std::vector<std::string>{"control box", "control check", "control label"}));
-}
-
-TEST_F(FormEvents, UserActionsGoThroughTheSameRules) {
-  form.box.userEdit("12");
+  form.box.userEdit("123");
+  form.box.userEdit("1234");  // one character over the limit
   form.box.userKeyUp(keys::up, 1);
-  form.check.userClick();
   form.check.userClick();
   form.button.userClick();
   form.item.userClick();
-  EXPECT_EQ(events, (std::vector<std::string>{"box change 12", "box keyup 38/1", "check click 1",
+  EXPECT_EQ(events, (std::vector<std::string>{"box change 22", "check click 1", "box change 123", "box keyup 38/1",
                                               "check click 0", "button click", "item click"}));
-}
+  form.box.setText("123456");  // the program may set more
+  form.box.userEdit("12345");  // and the user may shorten it
+  EXPECT_EQ(form.box.text(), "12345");
 
-TEST_F(FormEvents, HiddenOrDisabledControlsAndMenusTakeNoUserAction) {
+  events.clear();
   form.box.setEnabled(false);
   form.check.setVisible(false);
   form.button.setEnabled(false);
-  form.top.setVisible(false);  // hides the item with its menu
+  form.top.setVisible(false);
   form.box.userEdit("5");
   form.box.userKeyUp(keys::enter);
   form.check.userClick();
   form.button.userClick();
   form.item.userClick();
-  EXPECT_TRUE(events.empty());
-  EXPECT_EQ(form.box.text(), "1");
-  EXPECT_EQ(form.check.value(), 0);
-
   form.top.setVisible(true);
   form.item.setEnabled(false);
   form.item.userClick();
   EXPECT_TRUE(events.empty());
-}
-
-TEST_F(FormEvents, TheLengthLimitHoldsForTypingOnly) {
-  form.box.userEdit("123");
-  form.box.userEdit("1234");  // refused: one character over the limit
-  EXPECT_EQ(form.box.text(), "123");
-  form.box.setText("123456");  // the program may set more
-  EXPECT_EQ(form.box.text(), "123456");
-  form.box.userEdit("12345");  // shortening an over-long text is fine
-  EXPECT_EQ(form.box.text(), "12345");
+  EXPECT_EQ(form.box.text() + std::to_string(form.check.value()), "123450");
 }
 
 TEST_F(FormEvents, ActivationRunsOnceAndTheWindowReportsItsOtherEvents) {
   int activations = 0;
-  std::vector<std::string> window;
   form.onActivate = [&] { ++activations; };
-  form.onKeyDown = [&](int key, int) { window.push_back("key " + std::to_string(key)); };
+  form.onKeyDown = [&](int key, int) { events.push_back("key " + std::to_string(key)); };
   form.onMouseDown = [&](int button, int, float x, float y) {
-    window.push_back("mouse " + std::to_string(button) + " " + std::to_string(int(x)) + "," +
-                     std::to_string(int(y)));
+    events.push_back("mouse " + std::to_string(button) + " " + std::to_string(int(x)) + "," + std::to_string(int(y)));
   };
-  form.onUnload = [&] { window.push_back("unload"); };
+  form.onUnload = [&] { events.push_back("unload"); };
   form.userActivate();
   form.userActivate();
   form.userKeyDown(keys::letterQ);
   form.userMouseDown(1, 0, 10, 20);
   form.userClose();
   EXPECT_EQ(activations, 1);
-  EXPECT_EQ(window, (std::vector<std::string>{"key 81", "mouse 1 10,20", "unload"}));
-}
+  EXPECT_EQ(events, (std::vector<std::string>{"key 81", "mouse 1 10,20", "unload"}));
 
-TEST_F(FormEvents, TheSurfaceKeepsItsDisplayListAndTextPosition) {
+  // The surface keeps its display list and its text position, and tells the view.
   Surface& surface = form.surface();
   surface.fillBox(8, 8, 128, 98, 15);
-  EXPECT_EQ(surface.currentX(), 128);
-  EXPECT_EQ(surface.currentY(), 98);
+  EXPECT_EQ(std::pair(surface.currentX(), surface.currentY()), std::pair(128.0f, 98.0f));
   surface.fillBox(10, 11, 10, 11, 15);
   surface.printText("17");
   ASSERT_EQ(surface.ops().size(), 3u);
-  EXPECT_EQ(surface.ops()[2].kind, DrawOp::Kind::Text);
-  EXPECT_EQ(surface.ops()[2].x1, 10);
-  EXPECT_EQ(surface.ops()[2].y1, 11);
+  EXPECT_EQ(std::tuple(surface.ops()[2].kind, surface.ops()[2].x1, surface.ops()[2].y1),
+            std::tuple(DrawOp::Kind::Text, 10.0f, 11.0f));
   surface.clear();
   EXPECT_TRUE(surface.ops().empty());
-  EXPECT_EQ(observer.log.size(), 4u);  // every change reaches the view
+  EXPECT_EQ(observer.log.size(), 4u);
 }
 
 }  // namespace

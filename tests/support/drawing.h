@@ -33,18 +33,6 @@ inline std::vector<std::string> cellTexts(const std::vector<DrawOp>& ops) {
   return texts;
 }
 
-// The texts inside one grid, row by row from the top.
-inline std::vector<std::string> textsIn(const std::vector<DrawOp>& ops, const GridBox& grid) {
-  std::vector<std::string> texts;
-  for (const DrawOp& op : ops) {
-    if (op.kind == DrawOp::Kind::Text && op.x1 > grid.left && op.x1 < grid.right && op.y1 > grid.top &&
-        op.y1 < grid.bottom) {
-      texts.push_back(op.text);
-    }
-  }
-  return texts;
-}
-
 struct CellView {
   std::string text;  // empty for a blank
   bool shaded = false;

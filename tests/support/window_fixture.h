@@ -24,6 +24,23 @@ inline void retype(Control& box, const std::string& text) {
   }
 }
 
+// Every control's and menu item's state, and the title: what must be as it
+// was after a run or a practice ends. A menu item counts as shown only when
+// every menu above it is shown too.
+inline std::string pageState(const MainWindow& w) {
+  std::string state = w.caption() + "\n";
+  for (const Control* c : w.controls()) {
+    state += c->name() + (c->visible() ? " V" : " -") + (c->enabled() ? "E " : "- ") + std::to_string(c->value()) +
+             c->text() + "\n";
+  }
+  for (const MenuItem* item : w.menuItems()) {
+    bool shown = true;
+    for (const MenuItem* m = item; m != nullptr; m = m->parent()) shown = shown && m->visible();
+    state += item->name() + (shown ? " V" : " -") + (item->enabled() ? "E" : "-") + (item->checked() ? "C\n" : "-\n");
+  }
+  return state;
+}
+
 class WindowTest : public ::testing::Test {
  protected:
   explicit WindowTest(std::uint64_t seed = 1)

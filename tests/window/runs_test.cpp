@@ -1,0 +1,309 @@
+// Runs on the fake platform, through the user's actions: the pages a creation
+// run prints and where, puzzles with their answers, squares larger than the
+// page in tiles, practice with its entry box and score, and an abort or a
+// quit at any yield leaving the main page as it was.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "platform/number_text.h"
+#include "support/drawing.h"
+#include "support/magic.h"
+#include "support/window_fixture.h"
+
+namespace quill::testing {
+namespace {
+
+// A printed square's numbers, row by row, read from its grid on the page.
+Rows numbersIn(const PrintedPage& page, const GridBox& grid, int n) {
+  const std::vector<CellView> cells = cellsIn(page.drawing, grid, n);
+  Rows rows(static_cast<std::size_t>(n));
+  for (std::size_t i = 0; i < cells.size(); ++i) rows[i / n].push_back(numericValue(cells[i].text));
+  return rows;
+}
+
+class Runs : public WindowTest {
+ protected:
+  // Clicks the button; at every yield notes a new title, then plays `step`.
+  void run(Control& button, const std::function<void()>& step = {}) {
+    platform.onYield = [this, step](int) {
+      note();
+      if (step) step();
+    };
+    button.userClick();
+    note();
+  }
+  void note() {
+    if (captions.empty() || captions.back() != w.caption()) captions.push_back(w.caption());
+  }
+  std::vector<std::string> captions;
+
+  // Practice: the blanks of the puzzle in play, a press in a cell, an entry.
+  std::vector<std::pair<int, int>> blanks() const {
+    std::vector<std::pair<int, int>> cells;
+    for (int y = 1; y <= w.state().squareSize; ++y) {
+      for (int x = 1; x <= w.state().squareSize; ++x) {
+        if (isBlank(w.square().squareNumbers[x][y])) cells.emplace_back(x, y);
+      }
+    }
+    return cells;
+  }
+  void click(int x, int y) {
+    w.userMouseDown(1, 0, static_cast<float>(8 + (x - 1) * w.cellWidth() + w.cellWidth() / 2),
+                    static_cast<float>(8 + (y - 1) * page::kRowHeight + 9));
+  }
+  void enter(const std::string& text) {
+    w.Text6.userEdit(text);
+    w.Text6.userKeyDown(keys::enter);
+  }
+  bool playing() const { return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle; }
+};
+
+std::string progress(int left, int total, const char* what, int n = 5) {
+  const std::string t = std::to_string(n);
+  return "Creating (" + t + " by " + t + ") Complete Magic Square(s): " + std::to_string(left) + " out of " +
+         std::to_string(total) + " " + what + " left to print.";
+}
+
+// Random starting numbers from 1 to 10: each square is magic on its own.
+TEST_F(Runs, TwentyFiveSquaresFillOnePageInRowsOfFive) {
+  w.panswers.userClick();
+  w.Check1.userClick();
+  run(w.Command1);
+  ASSERT_EQ(platform.pages.size(), 1u);
+  EXPECT_TRUE(platform.pages[0].visibleControls.empty());
+  const std::vector<GridBox> grids = gridBoxes(platform.pages[0].drawing);
+  ASSERT_EQ(grids.size(), 25u);
+  std::set<double> starts;
+  for (std::size_t i = 0; i < grids.size(); ++i) {
+    const float left = 8 + 144 * static_cast<float>(i % 5), top = 8 + 108 * static_cast<float>(i / 5);
+    EXPECT_EQ(grids[i], (GridBox{left, top, left + 120, top + 90})) << i;
+    const Rows rows = numbersIn(platform.pages[0], grids[i], 5);
+    expectCompleteMagic(rows, firstRowSum(rows));
+    starts.insert(firstRowSum(rows) / 5 - 12);
+  }
+  EXPECT_TRUE(*starts.begin() >= 1 && *starts.rbegin() <= 10 && starts.size() > 1);
+  std::vector<std::string> expected;
+  for (int left = 25; left >= 1; --left) expected.push_back(progress(left, 25, "squares"));
+  expected.push_back("Quillion");
+  EXPECT_EQ(captions, expected);
+  EXPECT_TRUE(w.surface().ops().empty());
+  EXPECT_EQ(w.state().startNumber, 1);
+}
+
+TEST_F(Runs, PuzzlesAndAnswersShowTheSameSquaresWithTheFormerBlanksShaded) {
+  w.sqr7.userClick();
+  w.Check12.userClick();
+  retype(w.Text1, "3");
+  retype(w.Text3, "12");
+  for (const bool highlighted : {true, false}) {
+    platform.pages.clear();
+    captions.clear();
+    (highlighted ? w.highlighted : w.nhighlighted).userClick();
+    run(w.Command1);
+    ASSERT_EQ(platform.pages.size(), 2u);
+    const std::vector<GridBox> puzzles = gridBoxes(platform.pages[0].drawing);
+    ASSERT_EQ(puzzles.size(), 3u);
+    EXPECT_EQ(puzzles, gridBoxes(platform.pages[1].drawing));
+    EXPECT_EQ(puzzles[2], (GridBox{392, 8, 392 + 168, 8 + 126}));
+    for (const GridBox& grid : puzzles) {
+      const Rows rows = numbersIn(platform.pages[1], grid, 7);
+      expectCompleteMagic(rows, firstRowSum(rows));
+      const std::vector<CellView> puzzle = cellsIn(platform.pages[0].drawing, grid, 7);
+      const std::vector<CellView> answer = cellsIn(platform.pages[1].drawing, grid, 7);
+      int blanks = 0;
+      for (std::size_t i = 0; i < puzzle.size(); ++i) {
+        const bool blank = puzzle[i].text.empty();
+        blanks += blank ? 1 : 0;
+        EXPECT_TRUE(blank || puzzle[i].text == answer[i].text);
+        EXPECT_FALSE(puzzle[i].shaded);
+        EXPECT_EQ(answer[i].shaded, blank && highlighted) << i;
+      }
+      EXPECT_EQ(blanks, 12);
+    }
+    EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
+    EXPECT_EQ(captions.back(), "Quillion");
+  }
+}
+
+// Squares wider or taller than the page: a page per tile, each with one grid
+// and its label, every cell on paper once, the whole run one document.
+TEST_F(Runs, SquaresLargerThanThePagePrintInTiles) {
+  struct Case {
+    const char *size, *start;
+    MenuItem& choice;
+    std::size_t pages;
+  };
+  // 19 by 19 with five-character numbers: 18 columns, then a one-column tile.
+  for (const Case c : {Case{"19", "10000", w.panswers, 2}, Case{"31", "1", w.pboth, 4},
+                       Case{"53", "1", w.ppuzzles, 6}, Case{"101", "1", w.panswers, 24}}) {
+    SCOPED_TRACE(c.size);
+    platform.pages.clear();
+    platform.documentEnds.clear();
+    retype(w.Text2, c.size);
+    retype(w.text4, c.start);
+    c.choice.userClick();
+    run(w.Command1);
+    ASSERT_EQ(platform.pages.size(), c.pages);
+    EXPECT_EQ(platform.documentEnds, std::vector<std::size_t>{c.pages});
+    std::vector<double> printed;
+    for (const PrintedPage& page : platform.pages) {
+      EXPECT_EQ(gridBoxes(page.drawing).size(), 1u);
+      EXPECT_EQ(std::count_if(page.drawing.begin(), page.drawing.end(),
+                              [](const DrawOp& op) { return op.text.find(',') != std::string::npos; }),
+                1);
+      for (const std::string& text : cellTexts(page.drawing)) printed.push_back(numericValue(text));
+    }
+    if (&c.choice != &w.panswers) continue;
+    std::sort(printed.begin(), printed.end());
+    const int n = std::stoi(c.size);
+    std::vector<double> all(static_cast<std::size_t>(n * n));
+    for (std::size_t i = 0; i < all.size(); ++i) all[i] = std::stod(c.start) + static_cast<double>(i);
+    EXPECT_EQ(printed, all);
+  }
+}
+
+// An abort, by Q or by the menu, at each yield of a run of three 7 by 7
+// puzzles with answers and random starting numbers brings the main page back
+// exactly as it was; other keys do nothing.
+TEST(RunAbort, AbortAtEveryYieldRestoresTheMainPage) {
+  struct Session {  // a fresh window on the same seed each time, so every run draws alike
+    FakePlatform platform{7};
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
+    MainWindow& w = *window;
+    Session() {
+      platform.attach(window.get());
+      w.userActivate();
+      w.sqr7.userClick();
+      w.Check12.userClick();
+      retype(w.Text1, "3");
+      retype(w.text4, "5");
+      w.Check1.userClick();
+    }
+  };
+  Session whole;
+  const std::string before = pageState(whole.w);
+  whole.w.Command1.userClick();
+  const int yields = whole.platform.yieldCount;
+  ASSERT_GT(yields, 100);
+  ASSERT_EQ(whole.platform.pages.size(), 2u);
+  for (int abortAt = 1; abortAt <= yields; ++abortAt) {
+    Session s;
+    s.platform.onYield = [&](int count) {
+      s.w.userKeyDown('A');
+      if (count == abortAt) (abortAt % 2 ? s.w.userKeyDown(keys::letterQ) : s.w.aprinting.userClick());
+    };
+    s.w.Command1.userClick();
+    ASSERT_EQ(pageState(s.w), before) << "abort at yield " << abortAt;
+    ASSERT_EQ(s.w.state().startNumber, 5);
+    ASSERT_TRUE(s.w.surface().ops().empty());
+    ASSERT_EQ(s.platform.pages.size(), abortAt > yields - 3 ? 1u : 0u) << abortAt;
+  }
+}
+
+// Each blank clicked opens the box over exactly its cell; the answer is
+// written in print form from one unit left of the cell; a solved square is
+// counted and the next one built.
+TEST_F(Runs, PracticeSolvesEveryBlankAndCountsTheSquare) {
+  retype(w.Text3, "4");
+  int firstBlanks = -1;
+  run(w.Command4, [&] {
+    if (!playing()) return;
+    if (w.state().runDone == 1) return w.qplaying.userClick();
+    const auto open = blanks();
+    ASSERT_FALSE(open.empty());
+    if (firstBlanks < 0) firstBlanks = static_cast<int>(open.size());
+    const auto [x, y] = open.front();
+    click(x, y);
+    const int left = 8 + (x - 1) * w.cellWidth(), top = 8 + (y - 1) * page::kRowHeight;
+    ASSERT_TRUE(w.Text6.visible() && w.Text6.enabled());
+    const TwipRect box = w.Text6.rect();
+    EXPECT_EQ(std::tuple(box.left, box.top, box.width, box.height),
+              std::tuple(left * 15, top * 15, (w.cellWidth() + 1) * 15, page::kRowHeight * 15));
+    const std::string answer = numberText(w.square().squareRanks[x][y]);
+    enter(answer);
+    EXPECT_FALSE(w.Text6.visible());
+    const auto& ops = w.surface().ops();
+    EXPECT_EQ(ops.back().text, " " + answer + " ");
+    EXPECT_EQ(std::pair(ops[ops.size() - 2].x1, ops[ops.size() - 2].y1), std::pair(static_cast<float>(left - 1), static_cast<float>(top + 3)));
+  });
+  EXPECT_EQ(firstBlanks, 4);
+  const std::string score = "Number of (5 by 5) Complete Magic Square(s) solved: ";
+  EXPECT_EQ(std::count(captions.begin(), captions.end(), "Creating (5 by 5) Complete Magic Square (with blanks)"), 2);
+  EXPECT_EQ(std::count(captions.begin(), captions.end(), score + "1 / Numbers correct: 4 / Numbers incorrect: 0"), 1);
+  EXPECT_EQ(w.caption(), "Quillion");
+}
+
+// A wrong number counts, text without a number does not (unless the answer
+// is 0); the leading number of a text is what counts; a click on a number
+// opens nothing, and Enter then answers for the last cell clicked.
+TEST_F(Runs, PracticeCountsOnlyNumbersAsTries) {
+  retype(w.text4, "-12");
+  run(w.Command4, [&] {
+    if (!playing()) return;
+    auto [x, y] = blanks().front();
+    if (w.square().squareRanks[x][y] == 0) std::tie(x, y) = blanks().back();
+    const double answer = w.square().squareRanks[x][y];
+    click(x, y);
+    for (const std::string& text : {numberText(answer + 1), std::string("0"), std::string("abc"), std::string()}) {
+      enter(text);
+    }
+    EXPECT_TRUE(w.Text6.visible() && w.Text6.text().empty());
+    enter(numberText(answer) + "x");
+    EXPECT_EQ(w.state().correctCount * 10 + w.state().incorrectCount, 12);
+    for (int zx = 1; zx <= 5; ++zx) {
+      for (int zy = 1; zy <= 5; ++zy) {
+        if (w.square().squareRanks[zx][zy] != 0) continue;
+        w.square().squareNumbers[zx][zy] = 1e200;
+        click(zx, zy);
+        enter("abc");
+      }
+    }
+    EXPECT_TRUE(w.caption().ends_with("Numbers correct: 2 / Numbers incorrect: 2")) << w.caption();
+    click(x, y);  // now a number: no box, but the selection moves
+    EXPECT_FALSE(w.Text6.visible());
+    EXPECT_EQ(std::pair(w.selection().originX, w.selection().originY), std::pair(x, y));
+    w.qplaying.userClick();
+  });
+}
+
+// "Quit playing" at any yield, while building or playing, after a click on
+// the grid (which opens no box while a puzzle is built), brings the main
+// page back as it was, with the print choice and Command1 as they were.
+TEST_F(Runs, QuittingPracticeAtAnyYieldRestoresTheMainPage) {
+  w.panswers.userClick();
+  for (const bool createEnabled : {true, false}) {
+    w.Command1.setEnabled(createEnabled);
+    const std::string before = pageState(w);
+    platform.yieldCount = 0;
+    run(w.Command4, [&] {
+      if (playing()) w.qplaying.userClick();
+    });
+    const int yields = platform.yieldCount;
+    ASSERT_GT(yields, 20);
+    for (int quitAt = 1; quitAt <= yields; quitAt += createEnabled ? 1 : 7) {
+      platform.yieldCount = 0;
+      platform.onYield = [&](int count) {
+        if (count != quitAt) return;
+        const bool building = w.caption().rfind("Creating", 0) == 0;
+        for (int x = 1; x <= 5; ++x) click(x, 3);
+        EXPECT_TRUE(!building || !w.Text6.visible());
+        w.qplaying.userClick();
+      };
+      w.Command4.userClick();
+      ASSERT_EQ(pageState(w), before) << "quit at yield " << quitAt;
+      ASSERT_EQ(w.state().printChoice, PrintChoice::Squares);
+      ASSERT_TRUE(w.surface().ops().empty());
+      ASSERT_EQ(w.runState(), RunState::Abort);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quill::testing
