@@ -155,26 +155,6 @@ void expectSolvable(const Square& square) {
   for (const auto& [x, y] : blanksOf(square)) ASSERT_FALSE(isBlank(puzzle[x][y])) << "unsolvable at " << x << "," << y;
 }
 
-// Row 4 meets (6, 4), whose column meets (6, 1), whose row meets (4, 1),
-// whose column passes (4, 4): a cycle. Without (4, 1) the queue holds the
-// chain in order.
-TEST(PuzzleMaker, ADependencyChainThroughTheCellIsACycle) {
-  auto s = session<PuzzleMaker>();
-  s->builder.buildsquare(7, 1, 1);
-  s->numbers()[6][4] = s->numbers()[4][1] = 1e201;
-  s->numbers()[6][1] = 1e200;
-  LiteralBlanks literal;
-  literal.rebuild(s->numbers(), 7, false);
-  EXPECT_FALSE(s->maker.acceptsBlank(s->square(), 4, 4, 1));
-  EXPECT_TRUE(literal.closesCycle(4, 4, 1));
-  EXPECT_EQ(Cell(s->run.selection.originX, s->run.selection.originY), Cell(4, 4));
-  s->numbers()[4][1] = s->square().squareRanks[4][1];
-  EXPECT_TRUE(s->maker.acceptsBlank(s->square(), 4, 4, 1));
-  EXPECT_FALSE(literal.closesCycle(4, 4, 1));
-  ASSERT_EQ(literal.queue.size(), 2u);
-  EXPECT_EQ(Cell(literal.queue[1].x, literal.queue[1].y), Cell(6, 1));
-}
-
 // Random blanks of random types, a random cell and line: the fast check
 // reading the grid, the index the maker keeps up to date, and both literal
 // forms give the same answer; what the index knows of a straight line is

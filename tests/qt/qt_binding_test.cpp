@@ -6,20 +6,17 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
+#include <QDirIterator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <csignal>
 #include <memory>
-#include <utility>
-#include <vector>
 
 #include "window/main_window.h"
 #include "platform/qt/form_view.h"
@@ -53,17 +50,32 @@ class QtBinding : public ::testing::Test {
   FormView view;
 };
 
-TEST_F(QtBinding, WidgetsStandWhereTheDesignPutsThem) {
-  // Twips to pixels at 15 to one.
-  EXPECT_EQ(widget<QLabel>("Label20")->geometry(), QRect(48, 24, 209, 17));
-  EXPECT_EQ(widget<QLineEdit>("Text2")->geometry(), QRect(400, 56, 33, 19));
-  EXPECT_EQ(widget<QPushButton>("Command1")->geometry(), QRect(272, 128, 113, 49));
-  EXPECT_EQ(widget<QLabel>("Label11")->text(), "Magic Total = 65");
-  EXPECT_EQ(widget<QLabel>("Label20")->palette().color(QPalette::Window), QColor(0xFF, 0x80, 0x00));
-  EXPECT_EQ(widget<QLabel>("Label19")->palette().color(QPalette::WindowText), QColor(0, 0, 0xFF));
-  EXPECT_TRUE(widget<QCheckBox>("Check12")->isChecked());
-  EXPECT_EQ(widget<QLineEdit>("text4")->maxLength(), 9);
-  EXPECT_FALSE(widget<QLineEdit>("Text6")->isVisibleTo(&view));
+// Widgets stand where the design puts them (twips to pixels at 15 to one),
+// in its colours; under a dark desktop palette the window keeps its own light
+// one, the contrast its colours are made for.
+TEST(QtLook, WidgetsHaveTheDesignsPlacesAndColoursUnderAnyTheme) {
+  const QPalette desktop = QApplication::palette();
+  QPalette dark(Qt::white, QColor(40, 40, 40));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::Text, Qt::white);
+  QApplication::setPalette(dark);
+  QtPlatform platform;
+  auto window = std::make_unique<MainWindow>(platform);
+  FormView view(*window);
+  QApplication::setPalette(desktop);
+  const auto colour = [&](const char* name, QPalette::ColorRole role) {
+    return view.widgetFor(name)->palette().color(role);
+  };
+  EXPECT_EQ(view.widgetFor("Label20")->geometry(), QRect(48, 24, 209, 17));
+  EXPECT_EQ(view.widgetFor("Text2")->geometry(), QRect(400, 56, 33, 19));
+  EXPECT_EQ(view.widgetFor("Command1")->geometry(), QRect(272, 128, 113, 49));
+  EXPECT_EQ(colour("Label20", QPalette::Window), QColor(0xFF, 0x80, 0x00));
+  EXPECT_EQ(colour("Label19", QPalette::WindowText), QColor(0, 0, 0xFF));
+  EXPECT_EQ(colour("Label13", QPalette::WindowText), QColor(Qt::black));
+  EXPECT_EQ(colour("Text2", QPalette::Base), QColor(Qt::white));
+  EXPECT_EQ(colour("Text2", QPalette::Text), QColor(Qt::black));
+  EXPECT_EQ(view.surfaceWidget()->palette().color(QPalette::Window).lightness(), 239);
+  EXPECT_EQ(qobject_cast<QLineEdit*>(view.widgetFor("text4"))->maxLength(), 9);
 }
 
 TEST_F(QtBinding, TypingRunsTheChangeHandlingOncePerEditAndKeyReleasesArrive) {
@@ -124,27 +136,6 @@ TEST_F(QtBinding, KeysReachButtonsAndTheWindow) {
   EXPECT_TRUE(w.Label12.visible());  // the information page
 }
 
-// Under a dark desktop palette the window keeps its own: black text on the
-// light window and white text fields, the contrast its colours are made for.
-TEST(QtLook, TheWindowKeepsItsLightPaletteUnderADarkTheme) {
-  const QPalette desktop = QApplication::palette();
-  QPalette dark(Qt::white, QColor(40, 40, 40));
-  dark.setColor(QPalette::Base, QColor(30, 30, 30));
-  dark.setColor(QPalette::Text, Qt::white);
-  QApplication::setPalette(dark);
-  QtPlatform platform;
-  auto window = std::make_unique<MainWindow>(platform);
-  FormView view(*window);
-  const auto* label = qobject_cast<QLabel*>(view.widgetFor("Label13"));
-  const auto* box = qobject_cast<QLineEdit*>(view.widgetFor("Text2"));
-  QApplication::setPalette(desktop);
-  ASSERT_TRUE(label != nullptr && box != nullptr);
-  EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::black));
-  EXPECT_EQ(view.surfaceWidget()->palette().color(QPalette::Window).lightness(), 239);
-  EXPECT_EQ(box->palette().color(QPalette::Base), QColor(Qt::white));
-  EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::black));
-}
-
 TEST_F(QtBinding, ModelChangesReachTheWidgetsWithoutEchoes) {
   int text1Changes = 0;
   int check1Clicks = 0;
@@ -179,16 +170,6 @@ TEST_F(QtBinding, ModelChangesReachTheWidgetsWithoutEchoes) {
   EXPECT_TRUE(view.actionFor("sqr5")->isChecked());
 }
 
-TEST_F(QtBinding, MousePressesOnTheSurfaceArriveInPixels) {
-  std::vector<std::tuple<int, int, float, float>> presses;
-  w.onMouseDown = [&](int button, int shift, float x, float y) { presses.emplace_back(button, shift, x, y); };
-  QTest::mousePress(view.surfaceWidget(), Qt::LeftButton, {}, QPoint(700, 500));
-  QTest::mousePress(view.surfaceWidget(), Qt::RightButton, Qt::ShiftModifier, QPoint(12, 30));
-  ASSERT_EQ(presses.size(), 2u);
-  EXPECT_EQ(presses[0], std::make_tuple(1, 0, 700.0f, 500.0f));
-  EXPECT_EQ(presses[1], std::make_tuple(2, 1, 12.0f, 30.0f));
-}
-
 TEST_F(QtBinding, TheSurfacePaintsBoxesWithBothCornersAndTextFromItsTopLeft) {
   w.surface().fillBox(8, 8, 20, 20, 15);
   w.surface().fillBox(30, 5, 30, 40, 0);  // a vertical line one pixel wide
@@ -215,11 +196,16 @@ TEST_F(QtBinding, TheSurfacePaintsBoxesWithBothCornersAndTextFromItsTopLeft) {
 
   w.surface().clear();
   EXPECT_EQ(view.surfaceWidget()->grab().toImage().pixelColor(8, 8), background);
+
+  // Mouse presses arrive in the same pixels, with the button and shift codes.
+  std::vector<std::tuple<int, int, float, float>> presses;
+  w.onMouseDown = [&](int button, int shift, float x, float y) { presses.emplace_back(button, shift, x, y); };
+  QTest::mousePress(view.surfaceWidget(), Qt::LeftButton, {}, QPoint(700, 500));
+  QTest::mousePress(view.surfaceWidget(), Qt::RightButton, Qt::ShiftModifier, QPoint(12, 30));
+  EXPECT_EQ(presses, (std::vector<std::tuple<int, int, float, float>>{{1, 0, 700.0f, 500.0f}, {2, 1, 12.0f, 30.0f}}));
 }
 
 TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
-  const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
-  if (pdftotext.isEmpty()) GTEST_SKIP() << "pdftotext is not installed";
   w.surface().fillBox(8, 8, 128, 98, 15);
   w.surface().fillBox(10, 11, 10, 11, 15);
   w.surface().printText("4711");
@@ -229,7 +215,7 @@ TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
   ASSERT_TRUE(writePdfFile(path, {takeSnapshot(view)}, localePaper(), error)) << error.toStdString();
 
   QProcess extract;
-  extract.start(pdftotext, {path, "-"});
+  extract.start("pdftotext", {path, "-"});
   ASSERT_TRUE(extract.waitForFinished(10000));
   const QString text = QString::fromUtf8(extract.readAllStandardOutput());
   EXPECT_TRUE(text.contains("4711")) << text.toStdString();
@@ -241,16 +227,15 @@ TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
 // illustration described, and during practice the puzzle as a table of its
 // cells, a blank of which opens the entry box when pressed.
 TEST_F(QtBinding, AssistiveTechnologyReadsTheInputsAndPlaysThePuzzle) {
-  const std::pair<const char*, const char*> inputs[] = {{"Text7", "Label20"}, {"Text2", "Label2"}, {"Text1", "Label1"},
-                                                        {"text4", "Label9"},  {"Text5", "Label10"}, {"Text3", "Label8"}};
-  for (const auto& [box, label] : inputs) {
-    QAccessibleInterface* named = QAccessible::queryAccessibleInterface(view.widgetFor(box));
-    ASSERT_NE(named, nullptr) << box;
-    EXPECT_EQ(named->text(QAccessible::Name).toStdString(), w.findControl(label)->caption()) << box;
+  const auto name = [&](const char* control) {
+    return QAccessible::queryAccessibleInterface(view.widgetFor(control))->text(QAccessible::Name).toStdString();
+  };
+  for (const auto& [box, label] : {std::pair{"Text7", "Label20"}, {"Text2", "Label2"}, {"Text1", "Label1"},
+                                   {"text4", "Label9"}, {"Text5", "Label10"}, {"Text3", "Label8"}}) {
+    EXPECT_EQ(name(box), w.findControl(label)->caption()) << box;
   }
   for (const char* picture : {"Picture1", "Picture2", "Picture3", "Picture4", "Picture5", "Picture6"}) {
-    EXPECT_GT(QAccessible::queryAccessibleInterface(view.widgetFor(picture))->text(QAccessible::Name).size(), 20)
-        << picture;
+    EXPECT_GT(name(picture).size(), 20u) << picture;
   }
 
   bool played = false;
@@ -318,16 +303,15 @@ TEST(QtProcess, ClosingTheWindowDuringAYieldingLoopEndsTheProgram) {
   const qint64 pid = probe.processId();
   const bool finished = probe.waitForFinished(20000);
   if (!finished) probe.kill();
-  const QString output = QString::fromUtf8(probe.readAll());
+  const std::string output = QString::fromUtf8(probe.readAll()).toStdString();
   ASSERT_TRUE(finished) << "the program kept running after its window closed";
-  EXPECT_EQ(probe.exitStatus(), QProcess::NormalExit) << output.toStdString();
-  EXPECT_EQ(probe.exitCode(), 0) << output.toStdString();
-  EXPECT_TRUE(output.contains("closing inside the loop")) << output.toStdString();
+  EXPECT_EQ(probe.exitStatus() == QProcess::NormalExit ? probe.exitCode() : -1, 0) << output;
+  EXPECT_NE(output.find("closing inside the loop"), std::string::npos) << output;
   EXPECT_NE(::kill(static_cast<pid_t>(pid), 0), 0);  // nothing left behind
-  const QStringList saved = QDir(home.filePath("Quillion/pages")).entryList(QDir::Files);
-  ASSERT_EQ(saved.size(), 1) << output.toStdString();
-  QFile file(home.filePath("Quillion/pages/" + saved.front()));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  QDirIterator saved(home.filePath("Quillion/pages"), QDir::Files);
+  ASSERT_TRUE(saved.hasNext()) << output;
+  QFile file(saved.next());
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly) && !saved.hasNext());
   EXPECT_TRUE(file.readAll().trimmed().endsWith("%%EOF"));
 }
 
