@@ -280,27 +280,5 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndKeepsItsReservedLine) {
   EXPECT_GT(onlyMainPatterns, 0);
 }
 
-// Row 4 of the cell (3, 4) holds two blanks, its column none: "Challenging"
-// refuses the column the first draw names, "Easy" takes it.
-TEST(PuzzleMaker, ChallengingTakesOnlyALineWithTheMostBlanks) {
-  for (const Difficulty difficulty : {Difficulty::Easy, Difficulty::Challenging}) {
-    auto s = session<PuzzleMaker>();
-    s->builder.buildsquare(7, 1, 1);
-    s->numbers()[2][4] = s->numbers()[6][4] = 1e201;
-    PuzzleSettings settings;
-    settings.blankTarget = 1;
-    settings.difficultyLevel = difficulty;
-    settings.mainLinesChoice = 1;
-    // Cell (1, 1), row; then cell (3, 4), column, then row.
-    s->platform.scriptedRandom = {0.0, 0.0, 0.0, 0.3, 0.45, 0.3, 0.0};
-    s->platform.randomCount = 0;
-    s->maker.makePuzzle(s->square(), settings);
-    const bool challenging = difficulty == Difficulty::Challenging;
-    EXPECT_EQ(s->platform.randomCount, challenging ? 7 : 6);
-    EXPECT_EQ(s->numbers()[3][4], challenging ? 1e200 : 1e201);
-    EXPECT_EQ(s->maker.rankCounter(), 2);
-  }
-}
-
 }  // namespace
 }  // namespace quill::testing

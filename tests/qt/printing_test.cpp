@@ -3,10 +3,6 @@
 // be written, in the spare folder; never an empty or cut-off file.
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -104,51 +100,6 @@ TEST_F(Printing, AFullDiskLeavesNoCutOffFile) {
   EXPECT_EQ(counts(spare), (std::vector<int>{48}));
 }
 
-// A notification service of the test's own, on a private session bus.
-class FakeNotifications : public QObject {
-  Q_OBJECT
-  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
- public:
-  QStringList bodies;
-
- public slots:
-  uint Notify(const QString&, uint, const QString&, const QString&, const QString& body, const QStringList&,
-              const QVariantMap&, int) {
-    bodies << body;
-    return 1;
-  }
-};
-
-TEST_F(Printing, ASavedFileIsAnnouncedByADesktopNotification) {
-  QProcess daemon;
-  daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-  if (!daemon.waitForStarted(5000) || !daemon.waitForReadyRead(5000)) GTEST_SKIP() << "no dbus-daemon";
-  const QString address = QString::fromLocal8Bit(daemon.readLine()).trimmed();
-  qputenv("DBUS_SESSION_BUS_ADDRESS", address.toLocal8Bit());
-  QDBusConnection bus = QDBusConnection::connectToBus(address, "notifications");
-  FakeNotifications service;
-  ASSERT_TRUE(bus.registerObject("/org/freedesktop/Notifications", &service, QDBusConnection::ExportAllSlots));
-  ASSERT_TRUE(bus.registerService("org.freedesktop.Notifications"));
-
-  {
-    PageSpooler spooler(where);
-    spooler.submit(pageOfNumbers(1));
-    ASSERT_TRUE(spooler.finish(std::chrono::minutes(1)));
-  }
-  const QString file = QDir(where.pagesFolder).entryList(QDir::Files).value(0);
-  for (QDeadlineTimer limit(5000); service.bodies.isEmpty() && !limit.hasExpired();) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-  }
-  QDBusConnection::disconnectFromBus("notifications");
-  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-  daemon.kill();
-  daemon.waitForFinished();
-  ASSERT_EQ(service.bodies.size(), 1);
-  EXPECT_TRUE(service.bodies.front().contains(file)) << service.bodies.front().toStdString();
-}
-
 }  // namespace
 }  // namespace quill::qt
 
-#include "printing_test.moc"

@@ -20,7 +20,6 @@
 
 #include "window/main_window.h"
 #include "platform/qt/form_view.h"
-#include "platform/qt/page_delivery.h"
 #include "platform/qt/qt_platform.h"
 #include "platform/qt/surface_widget.h"
 
@@ -203,24 +202,6 @@ TEST_F(QtBinding, TheSurfacePaintsBoxesWithBothCornersAndTextFromItsTopLeft) {
   QTest::mousePress(view.surfaceWidget(), Qt::LeftButton, {}, QPoint(700, 500));
   QTest::mousePress(view.surfaceWidget(), Qt::RightButton, Qt::ShiftModifier, QPoint(12, 30));
   EXPECT_EQ(presses, (std::vector<std::tuple<int, int, float, float>>{{1, 0, 700.0f, 500.0f}, {2, 1, 12.0f, 30.0f}}));
-}
-
-TEST_F(QtBinding, APrintedPageIsVectorWithTheDrawingAndTheVisibleControls) {
-  w.surface().fillBox(8, 8, 128, 98, 15);
-  w.surface().fillBox(10, 11, 10, 11, 15);
-  w.surface().printText("4711");
-  QTemporaryDir folder;
-  const QString path = folder.filePath("page.pdf");
-  QString error;
-  ASSERT_TRUE(writePdfFile(path, {takeSnapshot(view)}, localePaper(), error)) << error.toStdString();
-
-  QProcess extract;
-  extract.start("pdftotext", {path, "-"});
-  ASSERT_TRUE(extract.waitForFinished(10000));
-  const QString text = QString::fromUtf8(extract.readAllStandardOutput());
-  EXPECT_TRUE(text.contains("4711")) << text.toStdString();
-  EXPECT_TRUE(text.contains("Magic Total = 65")) << text.toStdString();
-  EXPECT_FALSE(text.contains("What is a Magic Square?"));  // hidden controls stay off paper
 }
 
 // What a screen reader finds: every input named after its caption, every

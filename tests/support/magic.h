@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+#include <optional>
 #include <vector>
 
 namespace quill::testing {
@@ -21,15 +23,11 @@ inline std::vector<int> primeSizes(int upTo = 101) {
   return sizes;
 }
 
-// The total a square's first row gives, for squares read back from paper.
-inline double firstRowSum(const Rows& rows) {
-  double sum = 0;
-  for (double v : rows.at(0)) sum += v;
-  return sum;
-}
-
-inline void expectCompleteMagic(const Rows& rows, double total) {
+// With no total given, the first row's sum is the total: for squares read
+// back from paper.
+inline void expectCompleteMagic(const Rows& rows, std::optional<double> magicTotal = {}) {
   const auto n = static_cast<int>(rows.size());
+  const double total = magicTotal.value_or(std::accumulate(rows.at(0).begin(), rows.at(0).end(), 0.0));
   for (int c = 0; c < n; ++c) {
     ASSERT_EQ(rows[c].size(), rows.size()) << "row " << c + 1;
     double row = 0, column = 0, down = 0, up = 0;
