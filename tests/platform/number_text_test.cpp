@@ -32,14 +32,6 @@ TEST(NumberText, WholeRealSmallAndHugeValues) {
   }
 }
 
-TEST(NumberText, UntrimmedAndPrintForms) {
-  for (const auto& [value, untrimmed, print] : {std::tuple{5.0, " 5", " 5 "}, {0.0, " 0", " 0 "}, {-5.0, "-5", "-5 "},
-                                                {0.5, " .5", " .5 "}, {1e15, " 1E+15", " 1E+15 "}, {-0.25, "-.25", "-.25 "}}) {
-    EXPECT_EQ(untrimmedNumberText(value), untrimmed);
-    EXPECT_EQ(printNumberText(value), print);
-  }
-}
-
 struct ValueCase {
   const char* text;
   double value;
