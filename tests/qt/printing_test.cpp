@@ -27,16 +27,16 @@ PageSnapshot pageOfNumbers(int seed) {
   return page;
 }
 
-// The PDF files of a folder and how many pages each holds (0: not a whole PDF).
-std::map<QString, int> pdfPages(const QString& folder) {
-  std::map<QString, int> found;
-  for (const QString& name : QDir(folder).entryList(QDir::Files)) {
+// How many pages each file of a folder holds, by name (0: not a whole PDF).
+std::vector<int> pdfPages(const QString& folder) {
+  std::vector<int> found;
+  for (const QString& name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
     QProcess info;
     info.start("pdfinfo", {QDir(folder).filePath(name)});
     info.waitForFinished();
     const QString out = QString::fromLocal8Bit(info.readAllStandardOutput());
     const auto at = out.indexOf("Pages:");
-    found[name] = info.exitCode() == 0 && at >= 0 ? out.mid(at + 6).section('\n', 0, 0).trimmed().toInt() : 0;
+    found.push_back(info.exitCode() == 0 && at >= 0 ? out.mid(at + 6).section('\n', 0, 0).trimmed().toInt() : 0);
   }
   return found;
 }
@@ -56,11 +56,6 @@ class Printing : public ::testing::Test {
     ASSERT_TRUE(spooler.finish(std::chrono::minutes(1)));
     EXPECT_EQ(spooler.deliveredCount(), 2);
   }
-  static std::vector<int> counts(const std::map<QString, int>& files) {
-    std::vector<int> pages;
-    for (const auto& [name, count] : files) pages.push_back(count);
-    return pages;
-  }
 
   QTemporaryDir folder;
   Destinations where;
@@ -71,7 +66,7 @@ TEST_F(Printing, WithoutAPrinterEachDocumentIsOneCompleteFile) {
   qputenv("CUPS_SERVER", folder.filePath("no-cups.sock").toLocal8Bit());
   printTwoDocuments();
   qunsetenv("CUPS_SERVER");
-  EXPECT_EQ(counts(pdfPages(where.pagesFolder)), (std::vector<int>{3, 48}));
+  EXPECT_EQ(pdfPages(where.pagesFolder), (std::vector<int>{3, 48}));
   EXPECT_FALSE(QDir(where.spareFolder).exists());
 }
 
@@ -80,7 +75,7 @@ TEST_F(Printing, APagesFolderThatCannotBeMadeSendsThePagesToTheSpareFolder) {
   ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
   blocker.close();
   printTwoDocuments();
-  EXPECT_EQ(counts(pdfPages(where.spareFolder)), (std::vector<int>{3, 48}));
+  EXPECT_EQ(pdfPages(where.spareFolder), (std::vector<int>{3, 48}));
 }
 
 // A pages folder on a small filesystem that fills up part-way through the
@@ -93,11 +88,11 @@ TEST_F(Printing, AFullDiskLeavesNoCutOffFile) {
     GTEST_SKIP() << "cannot mount a small filesystem here";
   }
   printTwoDocuments();
-  const std::map<QString, int> kept = pdfPages(where.pagesFolder);
-  const std::map<QString, int> spare = pdfPages(where.spareFolder);
+  const std::vector<int> kept = pdfPages(where.pagesFolder);
+  const std::vector<int> spare = pdfPages(where.spareFolder);
   umount(target.constData());
-  EXPECT_EQ(counts(kept), (std::vector<int>{3}));
-  EXPECT_EQ(counts(spare), (std::vector<int>{48}));
+  EXPECT_EQ(kept, (std::vector<int>{3}));
+  EXPECT_EQ(spare, (std::vector<int>{48}));
 }
 
 }  // namespace
