@@ -11,13 +11,8 @@
 namespace quill {
 namespace {
 
-struct TextCase {
-  double value;
-  const char* text;
-};
-
 TEST(NumberText, WholeRealSmallAndHugeValues) {
-  const TextCase cases[] = {
+  const std::pair<double, const char*> cases[] = {
       {0, "0"}, {-0.0, "0"}, {65, "65"}, {-5, "-5"}, {2147483647.0, "2147483647"}, {-2147483648.0, "-2147483648"},
       {2147483648.0, "2147483648"}, {-2147483649.0, "-2147483649"}, {999999999999999.0, "999999999999999"},
       {1e15, "1E+15"}, {-1e15, "-1E+15"}, {4780052766720000.0, "4.78005276672E+15"},
@@ -27,18 +22,11 @@ TEST(NumberText, WholeRealSmallAndHugeValues) {
       {123456.7890123456, "123456.789012346"}, {0.001, ".001"}, {1e-5, ".00001"}, {100.25, "100.25"},
       {12345678901234.5, "12345678901234.5"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(numberText(c.value), c.text) << "value " << c.value;
-  }
+  for (const auto& [value, text] : cases) EXPECT_EQ(numberText(value), text) << "value " << value;
 }
 
-struct ValueCase {
-  const char* text;
-  double value;
-};
-
 TEST(NumericValue, LeadingNumberOrZero) {
-  const ValueCase cases[] = {
+  const std::pair<const char*, double> cases[] = {
       {"12abc", 12},   {"  -3", -3},   {"1e5", 100000}, {".5", 0.5},   {"-", 0},
       {"e5", 0},       {"1E400", 0},   {"-1E400", 0},   {"1e-400", 0}, {"", 0},
       {"abc", 0},      {"+7", 7},      {"3.25", 3.25},  {"-.5", -0.5}, {"1e", 1},
@@ -46,9 +34,7 @@ TEST(NumericValue, LeadingNumberOrZero) {
       {"0x10", 0},     {"\t9", 9},     {"- 3", 0},      {".", 0},      {"--1", 0},
       {"999999999", 999999999}, {"1.5e3x", 1500}, {"0", 0}, {"00012", 12},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(numericValue(c.text), c.value) << "text \"" << c.text << "\"";
-  }
+  for (const auto& [text, value] : cases) EXPECT_EQ(numericValue(text), value) << "text \"" << text << "\"";
 }
 
 // Whatever a caption shows reads back as the value it came from, to the 15

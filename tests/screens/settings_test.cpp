@@ -1,9 +1,7 @@
-// The three pages and the settings on them, through the user's actions: which
-// controls each page shows, the size entry's steps between primes, and the
-// counting explanation.
+// The three pages, through the user's actions: which controls each page
+// shows, and the counting explanation of the size in force.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <set>
@@ -81,33 +79,6 @@ TEST_F(Settings, EachPageShowsItsControlsAndOpensOnlyFromTheMainPage) {
   w.Command2.userClick();
   EXPECT_NO_THROW(w.quit.userClick());  // its menu is hidden here
   EXPECT_THROW(w.userClose(), ProgramEnded);
-}
-
-// Up steps to the next prime of 5 or more, Down to the one below (never below
-// 5); text that is no whole number, or whose next prime would not fit, stays.
-TEST_F(Settings, TheSizeEntryStepsBetweenPrimes) {
-  const auto isPrime = [](int v) {
-    for (int d = 2; d * d <= v; ++d) v = v % d == 0 ? 0 : v;
-    return v >= 2;
-  };
-  const auto press = [&](int key) { w.Text2.userKeyDown(key), w.Text2.userKeyUp(key); };
-  for (int value = -10; value <= 260; ++value) {
-    int above = std::max(value + 1, 5), below = value - 1;
-    while (!isPrime(above)) ++above;
-    while (value > 5 && !isPrime(below)) --below;
-    retype(w.Text2, std::to_string(value));
-    press(keys::up);
-    ASSERT_EQ(w.Text2.text(), std::to_string(above)) << value;
-    ASSERT_EQ(w.state().squareSize, above);
-    retype(w.Text2, std::to_string(value));
-    press(keys::down);
-    ASSERT_EQ(w.Text2.text(), std::to_string(value > 5 ? below : value)) << value;
-  }
-  for (const auto& [typed, shown] : {std::pair{"7.4", "7.4"}, {"1E+99", "1E+99"}, {"999983", "999983"}, {"x", "5"}}) {
-    retype(w.Text2, typed);
-    press(keys::up);
-    EXPECT_EQ(w.Text2.text(), shown);
-  }
 }
 
 // 5 by 5 has its fixed texts; from 7 to 97 the counts are F = 3((n-1)!)²,
