@@ -3,10 +3,8 @@
 // leaving the main page as it was.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "platform/number_text.h"
