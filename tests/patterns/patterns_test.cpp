@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,46 +33,6 @@ std::vector<Cell> walk(int n, int type, Cell anchor) {
     cells.emplace_back(at.x, at.y);
   }
   return cells;
-}
-
-// A straight line has n cells; a pattern the five cells of its family's shape
-// (an X or a plus, reaching 1 or 2) around its centre, which lies from the
-// anchor as the type's place in its family says.
-TEST(Lines, EveryLineHasItsShapeFromEveryAnchorAndItsMarker) {
-  const Offset centres[2][5] = {{{0, 0}, {1, 1}, {-1, 1}, {1, -1}, {-1, -1}},
-                                {{0, 0}, {0, 1}, {1, 0}, {-1, 0}, {0, -1}}};
-  for (const int n : primeSizes(29)) {
-    for (int type = 1; type <= 24; ++type) {
-      const int reach = 1 + (type - 5) / 5 % 2;
-      const bool diagonal = type < 15;
-      for (int x = 1; x <= n; ++x) {
-        for (int y = 1; y <= n; ++y) {
-          SCOPED_TRACE(::testing::Message() << n << " type " << type << " at " << x << "," << y);
-          const std::vector<Cell> cells = walk(n, type, {x, y});
-          const std::set<Cell> distinct(cells.begin(), cells.end());
-          ASSERT_EQ(cells.back(), Cell(x, y));
-          ASSERT_EQ(distinct.size(), cells.size());
-          if (isStraight(type)) {
-            ASSERT_EQ(static_cast<int>(cells.size()), n);
-            continue;
-          }
-          const Offset centre = centres[diagonal ? 0 : 1][(type - 5) % 5];
-          const int cx = x + centre.dx * reach, cy = y + centre.dy * reach;
-          std::set<Cell> expected{{wrap(cx, n), wrap(cy, n)}};
-          for (const Offset arm : diagonal ? std::array<Offset, 4>{{{1, 1}, {1, -1}, {-1, 1}, {-1, -1}}}
-                                           : std::array<Offset, 4>{{{1, 0}, {-1, 0}, {0, 1}, {0, -1}}}) {
-            expected.emplace(wrap(cx + arm.dx * reach, n), wrap(cy + arm.dy * reach, n));
-          }
-          ASSERT_EQ(distinct, expected);
-        }
-      }
-    }
-  }
-  for (int type = 1; type <= 24; ++type) {
-    EXPECT_EQ(kLineMarker[type], std::stod("1e" + std::to_string(199 + type)));
-    EXPECT_EQ(markerType(kLineMarker[type]), type);
-  }
-  EXPECT_EQ(markerType(5e200) + markerType(25) + isBlank(9.99e199), 0);
 }
 
 // A maker of either kind, with a square builder, on a fake platform of its own.

@@ -49,34 +49,6 @@ class QtBinding : public ::testing::Test {
   FormView view;
 };
 
-// Widgets stand where the design puts them (twips to pixels at 15 to one),
-// in its colours; under a dark desktop palette the window keeps its own light
-// one, the contrast its colours are made for.
-TEST(QtLook, WidgetsHaveTheDesignsPlacesAndColoursUnderAnyTheme) {
-  const QPalette desktop = QApplication::palette();
-  QPalette dark(Qt::white, QColor(40, 40, 40));
-  dark.setColor(QPalette::Base, QColor(30, 30, 30));
-  dark.setColor(QPalette::Text, Qt::white);
-  QApplication::setPalette(dark);
-  QtPlatform platform;
-  auto window = std::make_unique<MainWindow>(platform);
-  FormView view(*window);
-  QApplication::setPalette(desktop);
-  const auto colour = [&](const char* name, QPalette::ColorRole role) {
-    return view.widgetFor(name)->palette().color(role);
-  };
-  EXPECT_EQ(view.widgetFor("Label20")->geometry(), QRect(48, 24, 209, 17));
-  EXPECT_EQ(view.widgetFor("Text2")->geometry(), QRect(400, 56, 33, 19));
-  EXPECT_EQ(view.widgetFor("Command1")->geometry(), QRect(272, 128, 113, 49));
-  EXPECT_EQ(colour("Label20", QPalette::Window), QColor(0xFF, 0x80, 0x00));
-  EXPECT_EQ(colour("Label19", QPalette::WindowText), QColor(0, 0, 0xFF));
-  EXPECT_EQ(colour("Label13", QPalette::WindowText), QColor(Qt::black));
-  EXPECT_EQ(colour("Text2", QPalette::Base), QColor(Qt::white));
-  EXPECT_EQ(colour("Text2", QPalette::Text), QColor(Qt::black));
-  EXPECT_EQ(view.surfaceWidget()->palette().color(QPalette::Window).lightness(), 239);
-  EXPECT_EQ(qobject_cast<QLineEdit*>(view.widgetFor("text4"))->maxLength(), 9);
-}
-
 TEST_F(QtBinding, TypingRunsTheChangeHandlingOncePerEditAndKeyReleasesArrive) {
   std::vector<std::string> changes;
   KeyLog releases;

@@ -41,6 +41,15 @@ inline std::string pageState(const MainWindow& w) {
   return state;
 }
 
+// Practice: whether a puzzle is in play, and a press in the middle of a cell.
+inline bool playing(const MainWindow& w) {
+  return w.caption().rfind("Number of", 0) == 0 && w.runState() == RunState::Puzzle;
+}
+inline void clickCell(MainWindow& w, int x, int y) {
+  w.userMouseDown(1, 0, static_cast<float>(8 + (x - 1) * w.cellWidth() + w.cellWidth() / 2),
+                  static_cast<float>(8 + (y - 1) * page::kRowHeight + 9));
+}
+
 class WindowTest : public ::testing::Test {
  protected:
   explicit WindowTest(std::uint64_t seed = 1)

@@ -111,7 +111,8 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
     if (w.caption() == lastCaption) return;
     d.add(lastCaption = w.caption());
     digestWindow(d, w);
-    for (const DrawOp& op : practice ? w.surface().ops() : std::vector<DrawOp>{}) d.add(op.text + std::to_string(op.x1 + op.y1));
+    if (!practice) return;
+    for (const DrawOp& op : w.surface().ops()) d.add(op.text + std::to_string(op.x1 + op.y1));
   };
   if (!practice) {
     const int abortAt = p.pick(3) == 0 ? 1 + p.pick(400) : 5000;
@@ -131,7 +132,7 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
     platform.onYield = [&](int) {
       noteCaption();
       if (++steps > 3000) return w.qplaying.userClick();
-      if (w.caption().rfind("Number of", 0) != 0 || w.runState() != RunState::Puzzle) return;
+      if (!playing(w)) return;
       // Now and then a click on any cell first; then the first blank, answered
       // now and then wrongly or with a request.
       if (p.pick(8) == 0) {
@@ -140,8 +141,7 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
       for (int y = 1; y <= w.state().squareSize; ++y) {
         for (int x = 1; x <= w.state().squareSize; ++x) {
           if (!isBlank(w.square().squareNumbers[x][y])) continue;
-          w.userMouseDown(1, 0, static_cast<float>(8 + (x - 1) * w.cellWidth() + w.cellWidth() / 2),
-                          static_cast<float>(8 + (y - 1) * 18 + 9));
+          clickCell(w, x, y);
           const int mode = p.pick(10);
           char answer[32];
           std::snprintf(answer, sizeof answer, "%.17g", w.square().squareRanks[x][y]);
