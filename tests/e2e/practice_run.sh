@@ -1,5 +1,6 @@
 #!/bin/sh
-# End to end: "Practice Solving Squares" draws a 5 by 5 puzzle; a click on a
+# End to end: the window opens maximised on the main page in its colours;
+# "Practice Solving Squares" draws a 5 by 5 puzzle; a click on a
 # blank cell opens the entry box, and a wrong number with Enter is counted in
 # the title. The program sleeps while it waits for the user.
 # Usage: practice_run.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY)
@@ -7,6 +8,12 @@ set -u
 binary=$1
 . "$(dirname "$0")/common.sh"
 start_program
+
+# The main page is drawn in its colours: the orange labels cover thousands of pixels.
+import -window root "$work/shot.png" || fail "no screenshot"
+orange=$(convert "$work/shot.png" -fill black +opaque "#FF8000" -fill white -opaque "#FF8000" \
+  -colorspace gray -format "%[fx:round(mean*w*h)]" info:)
+[ "$orange" -gt 3000 ] || fail "only $orange orange pixels: the main page is not drawn as designed"
 
 score="Number of (5 by 5) Complete Magic Square(s) solved: 0 / Numbers correct: 0 / Numbers incorrect"
 
