@@ -31,7 +31,6 @@ pdfinfo "$pages"/*.pdf | grep -q '^Page size: *792 x 612 pts (letter)' ||
   fail "not on Letter paper, landscape: $(pdfinfo "$pages"/*.pdf | grep 'Page size')"
 grep -q "^Quillion: $queue did not take the job (.*); 2 pages saved as $pages/quillion-.*\.pdf$" "$work/log" ||
   fail "no line on standard error saying where the pages went"
-[ "$(grep -c . "$work/log")" -ge 1 ] || fail "empty log"
 
 quit_program
 rm -rf "$work"
