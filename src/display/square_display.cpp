@@ -47,7 +47,10 @@ void SquareDisplay::drawTile(const page::Placement& at, const page::Tile& tile, 
       const int textX = drawX + (look.shifted ? 3 : 0);
       surface_.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::white);
       if (look.shaded) surface_.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::lightGrey);
-      if (look.text) surface_.printText(*look.text);
+      if (look.text) {
+        surface_.printText(*look.text);
+        surface_.nameCell(f(drawX), f(drawY), *look.text);
+      }
     }
   }
 }

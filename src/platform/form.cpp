@@ -200,8 +200,12 @@ void Form::userMouseDown(int button, int shift, float x, float y) {
 
 void Form::userClose() { run(onUnload); }
 
-void Form::surfaceChanged() {
-  if (observer_ != nullptr) observer_->surfaceChanged();
+void Form::surfaceChanged(const SurfaceChange& change) {
+  if (observer_ != nullptr) observer_->surfaceChanged(change);
+}
+
+void Form::focusSurface() {
+  if (observer_ != nullptr) observer_->surfaceFocusRequested();
 }
 
 }  // namespace quill

@@ -51,7 +51,11 @@ constexpr Rgb blue{0x00, 0x00, 0xFF};
 // The classic virtual-key numbers the handlers test.
 namespace keys {
 constexpr int enter = 13;
+constexpr int escape = 27;
+constexpr int space = 32;
+constexpr int left = 37;
 constexpr int up = 38;
+constexpr int right = 39;
 constexpr int down = 40;
 constexpr int letterQ = 81;
 }  // namespace keys
@@ -211,7 +215,9 @@ class FormObserver {
   virtual void focusRequested(const Control& control) = 0;
   virtual void menuChanged(const MenuItem& item) = 0;
   virtual void captionChanged(const std::string& caption) = 0;
-  virtual void surfaceChanged() = 0;
+  virtual void surfaceChanged(const SurfaceChange& change) = 0;
+  // The drawing surface, rather than any control, is to take the keys.
+  virtual void surfaceFocusRequested() = 0;
 };
 
 // The window: its title, its drawing surface, its controls and menus in
@@ -232,6 +238,8 @@ class Form : private SurfaceListener {
 
   Surface& surface() { return surface_; }
   const Surface& surface() const { return surface_; }
+  // Gives the keys to the surface, as a click on it does.
+  void focusSurface();
 
   const std::vector<Control*>& controls() const { return controls_; }
   const std::vector<MenuItem*>& menuBar() const { return menuBar_; }
@@ -257,7 +265,7 @@ class Form : private SurfaceListener {
  private:
   friend class Control;
   friend class MenuItem;
-  void surfaceChanged() override;
+  void surfaceChanged(const SurfaceChange& change) override;
 
   std::string caption_;
   TwipRect clientArea_;

@@ -1,6 +1,7 @@
 // The display list behind the window's drawing and its printed pages.
 #include "platform/surface.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quill {
@@ -19,31 +20,75 @@ void Surface::fillBox(float x1, float y1, float x2, float y2, int colour) {
   ops_.push_back(DrawOp{DrawOp::Kind::Box, x1, y1, x2, y2, colour, {}});
   currentX_ = x2;
   currentY_ = y2;
-  changed();
+  changed(SurfaceChange::Kind::Drawn);
 }
 
 void Surface::printText(const std::string& text) {
   ops_.push_back(DrawOp{DrawOp::Kind::Text, currentX_, currentY_, currentX_, currentY_, 0, text});
-  changed();
+  changed(SurfaceChange::Kind::Drawn);
 }
 
 void Surface::addGrid(const GridArea& grid) {
   grids_.push_back(grid);
-  ++gridGeneration_;
-  changed();
+  cellNames_.emplace_back(static_cast<std::size_t>(std::max(grid.rows, 0)) * static_cast<std::size_t>(std::max(grid.columns, 0)));
+  changed(SurfaceChange::Kind::GridAdded, {grids_.size() - 1, 0, 0});
 }
 
 void Surface::clear() {
   ops_.clear();
   grids_.clear();
-  ++gridGeneration_;
+  cellNames_.clear();
+  cellCursor_.reset();
+  ++clearCount_;
   currentX_ = 0;
   currentY_ = 0;
-  changed();
+  changed(SurfaceChange::Kind::Cleared);
 }
 
-void Surface::changed() {
-  if (listener_ != nullptr) listener_->surfaceChanged();
+std::optional<GridCell> Surface::cellAt(float x, float y) const {
+  // Newest first: a grid drawn over another is the one seen.
+  for (std::size_t i = grids_.size(); i-- > 0;) {
+    const GridArea& g = grids_[i];
+    if (g.cellWidth <= 0 || g.cellHeight <= 0 || x < g.left || y < g.top) continue;
+    const auto column = static_cast<long long>((x - g.left) / g.cellWidth);
+    const auto row = static_cast<long long>((y - g.top) / g.cellHeight);
+    if (column < g.columns && row < g.rows) return GridCell{i, static_cast<int>(row), static_cast<int>(column)};
+  }
+  return std::nullopt;
+}
+
+void Surface::nameCell(float x, float y, const std::string& name) {
+  const std::optional<GridCell> cell = cellAt(x, y);
+  if (!cell) return;
+  std::string& named = cellNames_[cell->grid][static_cast<std::size_t>(cell->row * grids_[cell->grid].columns + cell->column)];
+  if (named == name) return;
+  named = name;
+  changed(SurfaceChange::Kind::CellNamed, *cell);
+}
+
+const std::string& Surface::cellName(const GridCell& cell) const {
+  static const std::string none;
+  if (cell.grid >= grids_.size()) return none;
+  const GridArea& g = grids_[cell.grid];
+  if (cell.row < 0 || cell.column < 0 || cell.row >= g.rows || cell.column >= g.columns) return none;
+  return cellNames_[cell.grid][static_cast<std::size_t>(cell.row * g.columns + cell.column)];
+}
+
+void Surface::placeCellCursor(float x, float y) {
+  const std::optional<GridCell> cell = cellAt(x, y);
+  if (!cell || cell == cellCursor_) return;
+  cellCursor_ = cell;
+  changed(SurfaceChange::Kind::Cursor, *cell);
+}
+
+void Surface::hideCellCursor() {
+  if (!cellCursor_) return;
+  cellCursor_.reset();
+  changed(SurfaceChange::Kind::Cursor);
+}
+
+void Surface::changed(SurfaceChange::Kind kind, const GridCell& cell) {
+  if (listener_ != nullptr) listener_->surfaceChanged(SurfaceChange{kind, cell});
 }
 
 }  // namespace quill

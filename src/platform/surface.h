@@ -2,6 +2,8 @@
 // Screen and paper both paint this list; tests read it directly.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,10 +40,31 @@ struct GridArea {
   int firstColumn = 1, firstRow = 1;
 };
 
+// A cell of one of the grids drawn: the grid's place in grids(), and the
+// cell's row and column from 0.
+struct GridCell {
+  std::size_t grid = 0;
+  int row = 0, column = 0;
+  friend bool operator==(const GridCell&, const GridCell&) = default;
+};
+
+// What changed on the surface, for those who show it or read it out.
+struct SurfaceChange {
+  enum class Kind {
+    Drawn,      // a box or a text
+    GridAdded,  // the newest of grids()
+    Cleared,    // everything, grids and cursor with it
+    CellNamed,  // what `cell` shows changed
+    Cursor,     // the cell cursor moved, came or went
+  };
+  Kind kind = Kind::Drawn;
+  GridCell cell;
+};
+
 class SurfaceListener {
  public:
   virtual ~SurfaceListener() = default;
-  virtual void surfaceChanged() = 0;
+  virtual void surfaceChanged(const SurfaceChange& change) = 0;
 };
 
 class Surface {
@@ -55,21 +78,36 @@ class Surface {
   // Notes a grid just drawn; forgotten when the surface is cleared.
   void addGrid(const GridArea& grid);
 
+  // What a cell shows, in words, for assistive technology: the number drawn
+  // in the cell of the newest grid holding (x, y); nothing outside the grids.
+  void nameCell(float x, float y, const std::string& name);
+  // The name of a cell; empty when nothing was named there.
+  const std::string& cellName(const GridCell& cell) const;
+  // The cell of the newest grid holding (x, y).
+  std::optional<GridCell> cellAt(float x, float y) const;
+
+  // The keyboard's cell cursor: shown on screen over the drawing, never on
+  // paper, and the cell assistive technology is told has the focus. Placed
+  // on the cell holding (x, y), if any; gone with the grids.
+  void placeCellCursor(float x, float y);
+  void hideCellCursor();
+  const std::optional<GridCell>& cellCursor() const { return cellCursor_; }
+
   const std::vector<DrawOp>& ops() const { return ops_; }
   const std::vector<GridArea>& grids() const { return grids_; }
-  // Changes whenever a grid is added or the surface is cleared.
-  unsigned gridGeneration() const { return gridGeneration_; }
-  float currentX() const { return currentX_; }
-  float currentY() const { return currentY_; }
+  // Counts the clears: grids of the same count are the same grids.
+  unsigned clearCount() const { return clearCount_; }
 
   void setListener(SurfaceListener* listener) { listener_ = listener; }
 
  private:
-  void changed();
+  void changed(SurfaceChange::Kind kind, const GridCell& cell = {});
 
   std::vector<DrawOp> ops_;
   std::vector<GridArea> grids_;
-  unsigned gridGeneration_ = 0;
+  std::vector<std::vector<std::string>> cellNames_;  // per grid, row by row
+  std::optional<GridCell> cellCursor_;
+  unsigned clearCount_ = 0;
   float currentX_ = 0;
   float currentY_ = 0;
   SurfaceListener* listener_ = nullptr;

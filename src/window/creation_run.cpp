@@ -34,7 +34,11 @@ void MainWindow::Command1_KeyDown(int keyCode, int /*shift*/) {
 }
 
 void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
-  if (keyCode == keys::letterQ) run_.setRunState(RunState::Abort);
+  if (keyCode == keys::letterQ) {
+    run_.setRunState(RunState::Abort);
+  } else {
+    playByKeyboard(keyCode);
+  }
 }
 
 std::string MainWindow::progressCaption() const {

@@ -14,6 +14,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "construction/progression.h"
 #include "construction/run_control.h"
@@ -151,6 +152,12 @@ class MainWindow : public MainForm, private WindowState {
   void playOnePuzzle();
   void endPractice();
   std::string practiceCreationCaption() const;
+  // Practice by keyboard: whether a puzzle is in play, the middle of a cell,
+  // the cell cursor, and what the window's keys do to them.
+  bool puzzleInPlay() const;
+  std::pair<float, float> cellCentre(int originX, int originY) const;
+  void moveCellCursor(int originX, int originY);
+  void playByKeyboard(int keyCode);
   std::string scoreCaption() const;
   void showScore();
   // The square in hand, as drawn before its answers are known, at `at`.

@@ -1,6 +1,8 @@
 // Practice: the window becomes a practice page; puzzle after puzzle is built
 // and drawn, and the user fills its blanks with the score in the title,
 // until "Quit playing".
+#include <algorithm>
+
 #include "display/cell_entry.h"
 #include "platform/number_text.h"
 #include "window/main_window.h"
@@ -78,6 +80,9 @@ void MainWindow::playOnePuzzle() {
   showsquare(kPracticeCorner);
   blanksLeft = maker_.rankCounter();
   showScore();
+  // The keyboard's cell cursor starts on the top-left cell, and the keys go to the puzzle.
+  moveCellCursor(1, 1);
+  focusSurface();
 
   // Wait for the last blank, a new square or the end, asleep between events.
   platform_.yield();
@@ -100,10 +105,51 @@ void MainWindow::endPractice() {
 // it; Enter checks the number typed, writes a right one into the cell and
 // counts a wrong one, with the score in the title.
 
+bool MainWindow::puzzleInPlay() const {
+  return practiceActive == 1 && run_.runState() == RunState::Puzzle && caption() != practiceCreationCaption();
+}
+
+std::pair<float, float> MainWindow::cellCentre(int originX, int originY) const {
+  const auto w = static_cast<float>(cellWidth());
+  const auto h = static_cast<float>(page::kRowHeight);
+  return {static_cast<float>(kPracticeCorner.gridLeft) + (static_cast<float>(originX) - 0.5F) * w,
+          static_cast<float>(kPracticeCorner.gridTop) + (static_cast<float>(originY) - 0.5F) * h};
+}
+
+void MainWindow::moveCellCursor(int originX, int originY) {
+  const auto [x, y] = cellCentre(originX, originY);
+  surface().placeCellCursor(x, y);
+}
+
+// Practice by keyboard, the one use the window makes of keys besides Q, and
+// only while a puzzle is in play: the arrows move the cell cursor, stopping
+// at the edges, and Enter or Space is a click at the centre of its cell.
+void MainWindow::playByKeyboard(int keyCode) {
+  const std::optional<GridCell> at = surface().cellCursor();
+  if (!puzzleInPlay() || !at) return;
+  int originX = at->column + 1;
+  int originY = at->row + 1;
+  switch (keyCode) {
+    case keys::left: originX = std::max(originX - 1, 1); break;
+    case keys::right: originX = std::min(originX + 1, squareSize); break;
+    case keys::up: originY = std::max(originY - 1, 1); break;
+    case keys::down: originY = std::min(originY + 1, squareSize); break;
+    case keys::enter:
+    case keys::space: {
+      const auto [x, y] = cellCentre(originX, originY);
+      Form_MouseDown(1, 0, x, y);
+      return;
+    }
+    default: return;
+  }
+  moveCellCursor(originX, originY);
+}
+
 void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y) {
   if (practiceActive != 1) return;
   const std::optional<CellHit> hit = cellUnder(x, y, kPracticeCorner, squareSize, cellWidth());
   if (!hit) return;
+  if (puzzleInPlay()) moveCellCursor(hit->originX, hit->originY);
   cursorX = hit->cursorX;
   cursorY = hit->cursorY;
   // The same cell again does nothing, whichever selected it before.
@@ -125,6 +171,14 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
 }
 
 void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
+  if (keyCode == keys::escape) {
+    // The box closes with nothing counted; its cell can be chosen again.
+    Text6.setAvailable(false);
+    Text6.setText("");
+    run_.selection = {};
+    focusSurface();
+    return;
+  }
   if (keyCode != keys::enter) return;
   const auto [originX, originY] = run_.selection;
   const double answer = square().squareRanks[originX][originY];
@@ -145,9 +199,11 @@ void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
   const auto top = static_cast<float>(cursorY + 3);
   surface().fillBox(left, top, left, top, palette::white);
   surface().printText(printNumberText(answer));
+  surface().nameCell(static_cast<float>(cursorX + 1), static_cast<float>(cursorY + 1), numberText(answer));
   Text6.setEnabled(false);
   Text6.setVisible(false);
   Text6.setText("");
+  focusSurface();
   ++correctCount;
   showScore();
   --blanksLeft;

@@ -215,10 +215,12 @@ void FormView::menuChanged(const MenuItem& item) {
 
 void FormView::captionChanged(const std::string& caption) { setWindowTitle(toQString(caption)); }
 
-void FormView::surfaceChanged() {
+void FormView::surfaceChanged(const SurfaceChange& change) {
   surface_->update();
-  surfaceDrawingChanged(surface_);
+  if (change.kind != SurfaceChange::Kind::Drawn) surfaceAccessibilityChanged(surface_, change);
 }
+
+void FormView::surfaceFocusRequested() { surface_->setFocus(Qt::OtherFocusReason); }
 
 void FormView::showAndActivate() {
   show();
@@ -251,7 +253,14 @@ bool FormView::eventFilter(QObject* watched, QEvent* event) {
   if (it != controlsByWidget_.end()) {
     if (event->type() == QEvent::KeyPress) {
       const auto* key = static_cast<QKeyEvent*>(event);
-      it->second->userKeyDown(classicKeyCode(key->key()), classicShift(key->modifiers()));
+      Control& control = *it->second;
+      control.userKeyDown(classicKeyCode(key->key()), classicShift(key->modifiers()));
+      // A key that closed its control goes no further: neither into the
+      // closed box nor up to the window, which may hold the focus by now.
+      if (!control.visible() || !control.enabled()) {
+        event->accept();
+        return true;
+      }
     } else if (event->type() == QEvent::KeyRelease) {
       const auto* key = static_cast<QKeyEvent*>(event);
       if (!key->isAutoRepeat()) {

@@ -52,7 +52,8 @@ class FormView : public QMainWindow, private FormObserver {
   void focusRequested(const Control& control) override;
   void menuChanged(const MenuItem& item) override;
   void captionChanged(const std::string& caption) override;
-  void surfaceChanged() override;
+  void surfaceChanged(const SurfaceChange& change) override;
+  void surfaceFocusRequested() override;
 
   Form& form_;
   SurfaceWidget* surface_ = nullptr;

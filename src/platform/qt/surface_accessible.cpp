@@ -1,11 +1,23 @@
-// Tables and cells over the surface's grids.
+// Tables and cells over the surface's grids, kept consistent for Qt's AT-SPI
+// bridge, which holds interfaces by id across calls and uses what child()
+// and cellAt() return without checking it:
+// - a table stands for one grid from the moment it is drawn until the
+//   surface is cleared; then the reader is told, the table and its cells
+//   answer as invalid, and they are deleted later, from the event loop,
+//   never inside a call the bridge is making;
+// - every index below a count given out yields an interface, and cellAt()
+//   never yields null (a cell outside the table answers as invalid);
+// - a cell's name is looked up, not searched for, so reading a large grid
+//   costs no more than its cells.
 #include "platform/qt/surface_accessible.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QCoreApplication>
 #include <QWidget>
-#include <map>
-#include <tuple>
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "platform/qt/surface_widget.h"
 
@@ -14,24 +26,28 @@ namespace quill::qt {
 namespace {
 
 class SurfaceAccessible;
+class TableAccessible;
 
-QString numberOrBlank(const Surface& surface, const GridArea& grid, int row, int column) {
-  const float left = grid.left + static_cast<float>(column) * grid.cellWidth;
-  const float top = grid.top + static_cast<float>(row) * grid.cellHeight;
-  QString text;
-  for (const DrawOp& op : surface.ops()) {
-    const bool inside = op.x1 > left && op.x1 < left + grid.cellWidth && op.y1 > top && op.y1 < top + grid.cellHeight;
-    if (op.kind == DrawOp::Kind::Text && inside) text = QString::fromStdString(op.text).trimmed();
-  }
-  return text.isEmpty() ? QString("blank") : text;
+// Deletes interfaces once the bridge can no longer be inside a call on them:
+// from the event loop, after it has been told they are gone.
+void deleteLater(std::vector<std::pair<QAccessible::Id, QAccessibleInterface*>> gone) {
+  if (gone.empty()) return;
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(),
+      [gone = std::move(gone)] {
+        // An id is checked against its interface: never delete one reused since.
+        for (const auto& [id, iface] : gone) {
+          if (QAccessible::accessibleInterface(id) == iface) QAccessible::deleteAccessibleInterface(id);
+        }
+      },
+      Qt::QueuedConnection);
 }
 
 class CellAccessible : public QAccessibleInterface,
                        public QAccessibleTableCellInterface,
                        public QAccessibleActionInterface {
  public:
-  CellAccessible(SurfaceAccessible* surface, std::size_t grid, int row, int column)
-      : surface_(surface), grid_(grid), row_(row), column_(column) {}
+  CellAccessible(const TableAccessible* table, int row, int column) : table_(table), row_(row), column_(column) {}
 
   bool isValid() const override;
   QObject* object() const override { return nullptr; }
@@ -66,30 +82,55 @@ class CellAccessible : public QAccessibleInterface,
   QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
  private:
-  SurfaceAccessible* surface_;
-  std::size_t grid_;
+  const TableAccessible* table_;
   int row_, column_;
 };
 
 class TableAccessible : public QAccessibleInterface, public QAccessibleTableInterface {
  public:
-  TableAccessible(SurfaceAccessible* surface, std::size_t grid) : surface_(surface), grid_(grid) {}
+  TableAccessible(const SurfaceAccessible* surface, std::size_t grid, const GridArea& area)
+      : surface_(surface), grid_(grid), area_(area),
+        cells_(static_cast<std::size_t>(std::max(area.rows, 0) * std::max(area.columns, 0))) {}
+  ~TableAccessible() override {
+    for (const QAccessible::Id id : cells_) {
+      if (id != 0) QAccessible::deleteAccessibleInterface(id);
+    }
+    if (outside_ != 0) QAccessible::deleteAccessibleInterface(outside_);
+  }
 
-  bool isValid() const override;
+  // The grid has gone: from now on the table and its cells answer as invalid.
+  void retire() { retired_ = true; }
+
+  const SurfaceAccessible& surface() const { return *surface_; }
+  GridCell cellOf(int row, int column) const { return {grid_, row, column}; }
+  const GridArea& area() const { return area_; }
+  bool holds(int row, int column) const { return row >= 0 && column >= 0 && row < area_.rows && column < area_.columns; }
+  // The cell if a reader has asked for it already, else null.
+  QAccessibleInterface* existingCell(int row, int column) const {
+    if (!isValid() || !holds(row, column)) return nullptr;
+    const QAccessible::Id id = cells_[index(row, column)];
+    return id == 0 ? nullptr : QAccessible::accessibleInterface(id);
+  }
+
+  bool isValid() const override { return !retired_; }
   QObject* object() const override { return nullptr; }
   QWindow* window() const override;
   QAccessibleInterface* parent() const override;
   QAccessibleInterface* child(int index) const override {
-    const int columns = columnCount();
-    return index < 0 || index >= childCount() ? nullptr : cellAt(index / columns, index % columns);
+    if (index < 0 || index >= childCount()) return nullptr;
+    return cellAt(index / area_.columns, index % area_.columns);
   }
   int childCount() const override { return rowCount() * columnCount(); }
   int indexOfChild(const QAccessibleInterface* child) const override {
     const auto* cell = child == nullptr ? nullptr : const_cast<QAccessibleInterface*>(child)->tableCellInterface();
-    return cell == nullptr ? -1 : cell->rowIndex() * columnCount() + cell->columnIndex();
+    if (cell == nullptr || child->parent() != this || !holds(cell->rowIndex(), cell->columnIndex())) return -1;
+    return static_cast<int>(index(cell->rowIndex(), cell->columnIndex()));
   }
-  QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-  QString text(QAccessible::Text t) const override;
+  QAccessibleInterface* childAt(int x, int y) const override;
+  QString text(QAccessible::Text t) const override {
+    if (t != QAccessible::Name || !isValid()) return {};
+    return QString("Square, %1 by %2 cells").arg(area_.rows).arg(area_.columns);
+  }
   void setText(QAccessible::Text, const QString&) override {}
   QRect rect() const override;
   QAccessible::Role role() const override { return QAccessible::Table; }
@@ -100,11 +141,21 @@ class TableAccessible : public QAccessibleInterface, public QAccessibleTableInte
 
   QAccessibleInterface* caption() const override { return nullptr; }
   QAccessibleInterface* summary() const override { return nullptr; }
-  QAccessibleInterface* cellAt(int row, int column) const override;
-  QString columnDescription(int column) const override;
-  QString rowDescription(int row) const override;
-  int columnCount() const override;
-  int rowCount() const override;
+  // Never null: a cell outside the table (or of a table gone) is an invalid one.
+  QAccessibleInterface* cellAt(int row, int column) const override {
+    if (!isValid() || !holds(row, column)) return outside();
+    QAccessible::Id& id = cells_[index(row, column)];
+    if (id == 0) id = QAccessible::registerAccessibleInterface(new CellAccessible(this, row, column));
+    return QAccessible::accessibleInterface(id);
+  }
+  QString columnDescription(int column) const override {
+    return isValid() ? QString("column %1").arg(area_.firstColumn + column) : QString();
+  }
+  QString rowDescription(int row) const override {
+    return isValid() ? QString("row %1").arg(area_.firstRow + row) : QString();
+  }
+  int columnCount() const override { return isValid() ? area_.columns : 0; }
+  int rowCount() const override { return isValid() ? area_.rows : 0; }
   int selectedCellCount() const override { return 0; }
   int selectedColumnCount() const override { return 0; }
   int selectedRowCount() const override { return 0; }
@@ -120,8 +171,18 @@ class TableAccessible : public QAccessibleInterface, public QAccessibleTableInte
   void modelChange(QAccessibleTableModelChangeEvent*) override {}
 
  private:
-  SurfaceAccessible* surface_;
+  std::size_t index(int row, int column) const { return static_cast<std::size_t>(row * area_.columns + column); }
+  QAccessibleInterface* outside() const {
+    if (outside_ == 0) outside_ = QAccessible::registerAccessibleInterface(new CellAccessible(this, -1, -1));
+    return QAccessible::accessibleInterface(outside_);
+  }
+
+  const SurfaceAccessible* surface_;  // not to be touched once retired: it may be gone
   std::size_t grid_;
+  GridArea area_;
+  bool retired_ = false;
+  mutable std::vector<QAccessible::Id> cells_;  // 0 until a reader asks for the cell
+  mutable QAccessible::Id outside_ = 0;
 };
 
 class SurfaceAccessible : public QAccessibleWidget {
@@ -129,130 +190,202 @@ class SurfaceAccessible : public QAccessibleWidget {
   // Made for a finished SurfaceWidget: its form is taken now, as the widget
   // may be half torn down when the interface is last asked something.
   explicit SurfaceAccessible(SurfaceWidget* widget)
-      : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()) {}
-  ~SurfaceAccessible() override { forget(); }
+      : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()), entryBox_(form_.findControl("Text6")) {
+    sync(false);
+  }
+  ~SurfaceAccessible() override {
+    // By id only: at the program's end the cache may have deleted the tables first.
+    for (const auto& [id, table] : tables_) QAccessible::deleteAccessibleInterface(id);
+  }
 
   const Surface& surface() const { return form_.surface(); }
-  const std::vector<GridArea>& grids() const { return surface().grids(); }
 
   QString text(QAccessible::Text t) const override {
     return t == QAccessible::Name ? QString("Drawing") : QAccessibleWidget::text(t);
   }
-  int childCount() const override { return QAccessibleWidget::childCount() + static_cast<int>(grids().size()); }
+  int childCount() const override {
+    sync(false);
+    return QAccessibleWidget::childCount() + static_cast<int>(tables_.size());
+  }
   QAccessibleInterface* child(int index) const override {
+    sync(false);
     const int controls = QAccessibleWidget::childCount();
     if (index < controls) return QAccessibleWidget::child(index);
-    return table(static_cast<std::size_t>(index - controls));
+    const auto table = static_cast<std::size_t>(index - controls);
+    return table < tables_.size() ? tables_[table].second : nullptr;
   }
   int indexOfChild(const QAccessibleInterface* child) const override {
-    for (const auto& [key, id] : cache_) {
-      if (QAccessible::accessibleInterface(id) == child && std::get<1>(key) < 0) {
-        return QAccessibleWidget::childCount() + static_cast<int>(std::get<0>(key));
-      }
+    sync(false);
+    for (std::size_t i = 0; i < tables_.size(); ++i) {
+      if (tables_[i].second == child) return QAccessibleWidget::childCount() + static_cast<int>(i);
     }
     return QAccessibleWidget::indexOfChild(child);
   }
+  QAccessibleInterface* focusChild() const override {
+    QAccessibleInterface* cell = cursorCell();
+    return cell != nullptr ? cell : QAccessibleWidget::focusChild();
+  }
 
-  // The table of a grid, and a cell of it (row and column from 0), made once
-  // per drawing of the grids and kept until the grids change.
-  QAccessibleInterface* table(std::size_t grid) const { return cached(grid, -1, -1); }
-  QAccessibleInterface* cell(std::size_t grid, int row, int column) const { return cached(grid, row, column); }
+  // The cell under the cell cursor while the surface has the keys.
+  QAccessibleInterface* cursorCell() const {
+    sync(false);
+    const std::optional<GridCell> cursor = surface().cellCursor();
+    if (!cursor || !widget()->hasFocus() || cursor->grid >= tables_.size()) return nullptr;
+    return tables_[cursor->grid].second->cellAt(cursor->row, cursor->column);
+  }
 
+  void changed(const SurfaceChange& change) {
+    sync(true);
+    if (change.kind == SurfaceChange::Kind::CellNamed && change.cell.grid < tables_.size()) {
+      TableAccessible* table = tables_[change.cell.grid].second;
+      if (QAccessibleInterface* cell = table->existingCell(change.cell.row, change.cell.column)) {
+        QAccessibleEvent named(cell, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&named);
+      }
+      QAccessibleTableModelChangeEvent model(table, QAccessibleTableModelChangeEvent::DataChanged);
+      model.setFirstRow(change.cell.row);
+      model.setLastRow(change.cell.row);
+      model.setFirstColumn(change.cell.column);
+      model.setLastColumn(change.cell.column);
+      QAccessible::updateAccessibility(&model);
+    } else if (change.kind == SurfaceChange::Kind::Cursor) {
+      focusCursorCell();
+    }
+  }
+  void focusCursorCell() const {
+    if (QAccessibleInterface* cell = cursorCell()) {
+      QAccessibleEvent focus(cell, QAccessible::Focus);
+      QAccessible::updateAccessibility(&focus);
+    }
+  }
+
+  // Whether the practice's entry box stands over this cell.
+  bool holdsEntryBox(const GridArea& g, int row, int column) const {
+    if (entryBox_ == nullptr || !entryBox_->visible()) return false;
+    return entryBox_->rect().left / kTwipsPerPixel == static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth) &&
+           entryBox_->rect().top / kTwipsPerPixel == static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight);
+  }
   QRect cellRect(const GridArea& g, int row, int column) const {
     const QPoint corner = widget()->mapToGlobal(QPoint(0, 0));
     return QRect(corner.x() + static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth),
                  corner.y() + static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight),
                  static_cast<int>(g.cellWidth), static_cast<int>(g.cellHeight));
   }
-  // Whether the practice's entry box stands over this cell.
-  bool holdsEntryBox(const GridArea& g, int row, int column) const {
-    const Control* box = form_.findControl("Text6");
-    if (box == nullptr || !box->visible()) return false;
-    return box->rect().left / kTwipsPerPixel == static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth) &&
-           box->rect().top / kTwipsPerPixel == static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight);
-  }
+  QPoint fromScreen(int x, int y) const { return widget()->mapFromGlobal(QPoint(x, y)); }
   void press(const GridArea& g, int row, int column) const {
     const float x = g.left + (static_cast<float>(column) + 0.5F) * g.cellWidth;
     const float y = g.top + (static_cast<float>(row) + 0.5F) * g.cellHeight;
     form_.userMouseDown(1, 0, x, y);
   }
+  bool hasKeys() const { return widget()->hasFocus(); }
 
  private:
-  QAccessibleInterface* cached(std::size_t grid, int row, int column) const {
-    if (generation_ != surface().gridGeneration()) {
-      forget();
-      generation_ = surface().gridGeneration();
+  // Brings the tables in line with the grids: all of them go when the
+  // surface was cleared, and each new grid gets one. With `announce`, and a
+  // reader listening, it is told of each: a removal while the table still
+  // answers, an addition once it is in place.
+  void sync(bool announce) const {
+    if (syncing_) return;  // the events below ask for the children again
+    syncing_ = true;
+    const bool tell = announce && QAccessible::isActive();
+    if (clearCount_ != surface().clearCount()) {
+      clearCount_ = surface().clearCount();
+      std::vector<std::pair<QAccessible::Id, QAccessibleInterface*>> gone;
+      for (const auto& [id, table] : tables_) {
+        if (tell) {
+          QAccessibleEvent removed(table, QAccessible::ObjectDestroyed);
+          QAccessible::updateAccessibility(&removed);
+        }
+        table->retire();
+        gone.emplace_back(id, table);
+      }
+      tables_.clear();
+      deleteLater(std::move(gone));
     }
-    if (grid >= grids().size()) return nullptr;
-    const auto key = std::make_tuple(grid, row, column);
-    if (const auto it = cache_.find(key); it != cache_.end()) return QAccessible::accessibleInterface(it->second);
-    auto* self = const_cast<SurfaceAccessible*>(this);
-    QAccessibleInterface* made = row < 0 ? static_cast<QAccessibleInterface*>(new TableAccessible(self, grid))
-                                         : new CellAccessible(self, grid, row, column);
-    cache_[key] = QAccessible::registerAccessibleInterface(made);
-    return made;
-  }
-  void forget() const {
-    for (const auto& [key, id] : cache_) QAccessible::deleteAccessibleInterface(id);
-    cache_.clear();
+    const std::size_t known = tables_.size();
+    const std::vector<GridArea>& grids = surface().grids();
+    for (std::size_t grid = known; grid < grids.size(); ++grid) {
+      auto* table = new TableAccessible(this, grid, grids[grid]);
+      tables_.emplace_back(QAccessible::registerAccessibleInterface(table), table);
+    }
+    if (tell) {
+      for (std::size_t grid = known; grid < tables_.size(); ++grid) {
+        QAccessibleEvent added(tables_[grid].second, QAccessible::ObjectCreated);
+        QAccessible::updateAccessibility(&added);
+      }
+    }
+    syncing_ = false;
   }
 
   Form& form_;
-  mutable std::map<std::tuple<std::size_t, int, int>, QAccessible::Id> cache_;
-  mutable unsigned generation_ = 0;
+  const Control* entryBox_;
+  mutable std::vector<std::pair<QAccessible::Id, TableAccessible*>> tables_;  // one per grid, in order
+  mutable unsigned clearCount_ = 0;
+  mutable bool syncing_ = false;
 };
 
-bool CellAccessible::isValid() const { return grid_ < surface_->grids().size(); }
-QWindow* CellAccessible::window() const { return surface_->window(); }
-QAccessibleInterface* CellAccessible::parent() const { return surface_->table(grid_); }
+bool CellAccessible::isValid() const { return table_->isValid() && table_->holds(row_, column_); }
+QWindow* CellAccessible::window() const { return isValid() ? table_->window() : nullptr; }
+QAccessibleInterface* CellAccessible::parent() const {
+  return table_->isValid() ? const_cast<TableAccessible*>(table_) : nullptr;
+}
 QString CellAccessible::text(QAccessible::Text t) const {
   if (!isValid()) return {};
-  const GridArea& g = surface_->grids()[grid_];
-  if (t == QAccessible::Name) return numberOrBlank(surface_->surface(), g, row_, column_);
-  if (t == QAccessible::Description && surface_->holdsEntryBox(g, row_, column_)) return "entry box";
+  const SurfaceAccessible& surface = table_->surface();
+  if (t == QAccessible::Name) {
+    const std::string& name = surface.surface().cellName(table_->cellOf(row_, column_));
+    return name.empty() ? QString("blank") : QString::fromStdString(name);
+  }
+  if (t == QAccessible::Description && surface.holdsEntryBox(table_->area(), row_, column_)) return "entry box";
   return {};
 }
 QRect CellAccessible::rect() const {
-  return isValid() ? surface_->cellRect(surface_->grids()[grid_], row_, column_) : QRect();
+  return isValid() ? table_->surface().cellRect(table_->area(), row_, column_) : QRect();
 }
 QAccessible::State CellAccessible::state() const {
   QAccessible::State state;
+  if (!isValid()) {
+    state.invalid = true;
+    return state;
+  }
+  const SurfaceAccessible& surface = table_->surface();
   state.focusable = true;
-  if (isValid() && surface_->holdsEntryBox(surface_->grids()[grid_], row_, column_)) state.editable = true;
+  const std::optional<GridCell> cursor = surface.surface().cellCursor();
+  state.focused = surface.hasKeys() && cursor && *cursor == table_->cellOf(row_, column_);
+  if (surface.holdsEntryBox(table_->area(), row_, column_)) state.editable = true;
   return state;
 }
 void CellAccessible::doAction(const QString& name) {
-  if (name == pressAction() && isValid()) surface_->press(surface_->grids()[grid_], row_, column_);
+  if (name == pressAction() && isValid()) table_->surface().press(table_->area(), row_, column_);
 }
 
-bool TableAccessible::isValid() const { return grid_ < surface_->grids().size(); }
-QWindow* TableAccessible::window() const { return surface_->window(); }
-QAccessibleInterface* TableAccessible::parent() const { return surface_; }
-QString TableAccessible::text(QAccessible::Text t) const {
-  if (t != QAccessible::Name || !isValid()) return {};
-  return QString("Square, %1 by %2 cells").arg(rowCount()).arg(columnCount());
+QWindow* TableAccessible::window() const { return isValid() ? surface_->window() : nullptr; }
+QAccessibleInterface* TableAccessible::parent() const {
+  return isValid() ? const_cast<SurfaceAccessible*>(surface_) : nullptr;
 }
 QRect TableAccessible::rect() const {
-  if (!isValid()) return {};
-  const GridArea& g = surface_->grids()[grid_];
-  return surface_->cellRect(g, 0, 0).united(surface_->cellRect(g, g.rows - 1, g.columns - 1));
+  if (!isValid() || area_.rows <= 0 || area_.columns <= 0) return {};
+  return surface_->cellRect(area_, 0, 0).united(surface_->cellRect(area_, area_.rows - 1, area_.columns - 1));
 }
-QAccessibleInterface* TableAccessible::cellAt(int row, int column) const {
-  if (row < 0 || column < 0 || row >= rowCount() || column >= columnCount()) return nullptr;
-  return surface_->cell(grid_, row, column);
+QAccessibleInterface* TableAccessible::childAt(int x, int y) const {
+  if (!isValid() || area_.cellWidth <= 0 || area_.cellHeight <= 0) return nullptr;
+  const QPoint at = surface_->fromScreen(x, y);
+  const float left = static_cast<float>(at.x()) - area_.left;
+  const float top = static_cast<float>(at.y()) - area_.top;
+  if (left < 0 || top < 0) return nullptr;
+  const auto column = static_cast<int>(left / area_.cellWidth);
+  const auto row = static_cast<int>(top / area_.cellHeight);
+  return holds(row, column) ? cellAt(row, column) : nullptr;
 }
-QString TableAccessible::columnDescription(int column) const {
-  return isValid() ? QString("column %1").arg(surface_->grids()[grid_].firstColumn + column) : QString();
-}
-QString TableAccessible::rowDescription(int row) const {
-  return isValid() ? QString("row %1").arg(surface_->grids()[grid_].firstRow + row) : QString();
-}
-int TableAccessible::columnCount() const { return isValid() ? surface_->grids()[grid_].columns : 0; }
-int TableAccessible::rowCount() const { return isValid() ? surface_->grids()[grid_].rows : 0; }
 
 QAccessibleInterface* surfaceFactory(const QString& className, QObject* object) {
   if (className != "quill::qt::SurfaceWidget" || object == nullptr || !object->isWidgetType()) return nullptr;
   return new SurfaceAccessible(static_cast<SurfaceWidget*>(object));
+}
+
+SurfaceAccessible* accessibleOf(SurfaceWidget* surface) {
+  if (!QAccessible::isActive()) return nullptr;
+  return dynamic_cast<SurfaceAccessible*>(QAccessible::queryAccessibleInterface(surface));
 }
 
 }  // namespace
@@ -265,10 +398,12 @@ void installSurfaceAccessibility() {
   (void)installed;
 }
 
-void surfaceDrawingChanged(QWidget* surface) {
-  if (!QAccessible::isActive()) return;
-  QAccessibleEvent event(surface, QAccessible::ObjectReorder);
-  QAccessible::updateAccessibility(&event);
+void surfaceAccessibilityChanged(SurfaceWidget* surface, const SurfaceChange& change) {
+  if (SurfaceAccessible* accessible = accessibleOf(surface)) accessible->changed(change);
+}
+
+void surfaceFocused(SurfaceWidget* surface) {
+  if (SurfaceAccessible* accessible = accessibleOf(surface)) accessible->focusCursorCell();
 }
 
 }  // namespace quill::qt

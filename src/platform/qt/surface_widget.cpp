@@ -9,6 +9,7 @@
 
 #include "platform/qt/appearance.h"
 #include "platform/qt/key_codes.h"
+#include "platform/qt/surface_accessible.h"
 
 namespace quill::qt {
 
@@ -41,7 +42,24 @@ SurfaceWidget::SurfaceWidget(Form& form, QWidget* parent) : QWidget(parent), for
 
 void SurfaceWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  paintDisplayList(painter, form_.surface().ops());
+  const Surface& surface = form_.surface();
+  paintDisplayList(painter, surface.ops());
+  if (const std::optional<GridCell> cursor = surface.cellCursor()) {
+    // A blue frame two pixels wide just inside the cell's grid lines: clear
+    // on white and grey cells alike, and off the number, which starts
+    // further in.
+    const GridArea& g = surface.grids()[cursor->grid];
+    const QRectF cell(g.left + static_cast<float>(cursor->column) * g.cellWidth,
+                      g.top + static_cast<float>(cursor->row) * g.cellHeight, g.cellWidth, g.cellHeight);
+    painter.setPen(QPen(QColor(0, 0, 255), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(cell.adjusted(2, 2, -1, -1));
+  }
+}
+
+void SurfaceWidget::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  surfaceFocused(this);
 }
 
 void SurfaceWidget::mousePressEvent(QMouseEvent* event) {

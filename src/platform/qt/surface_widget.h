@@ -1,5 +1,6 @@
 // The window's drawing surface: paints the Form's display list under the
-// controls and reports mouse presses and the window's own key presses.
+// controls, with the keyboard's cell cursor over it, and reports mouse
+// presses and the window's own key presses.
 #pragma once
 
 #include <QWidget>
@@ -26,6 +27,7 @@ class SurfaceWidget : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   Form& form_;
