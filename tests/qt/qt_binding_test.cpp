@@ -192,11 +192,12 @@ TEST_F(QtBinding, AssistiveTechnologyReadsTheInputsAndPlaysThePuzzle) {
   }
 
   bool played = false;
+  QAccessibleInterface* surface = nullptr;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
     if (played || w.runState() != RunState::Puzzle || view.windowTitle().startsWith("Creating")) return;
     played = true;
-    QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(view.surfaceWidget());
+    surface = QAccessible::queryAccessibleInterface(view.surfaceWidget());
     QAccessibleTableInterface* table = nullptr;
     for (int i = 0; i < surface->childCount() && table == nullptr; ++i) table = surface->child(i)->tableInterface();
     ASSERT_NE(table, nullptr);
@@ -227,9 +228,26 @@ TEST_F(QtBinding, AssistiveTechnologyReadsTheInputsAndPlaysThePuzzle) {
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_TRUE(box->text().isEmpty());
     QTest::keyClicks(box, QString::number(w.square().squareRanks[column][row]));
+    KeyLog windowKeys;
+    const auto windowKeyDown = w.onKeyDown;
+    w.onKeyDown = [&](int key, int shift) {
+      windowKeys.emplace_back(key, shift);
+      windowKeyDown(key, shift);
+    };
     QTest::keyClick(box, Qt::Key_Enter);  // the keypad's Enter too
     EXPECT_FALSE(box->isVisible());
     EXPECT_TRUE(view.windowTitle().endsWith("Numbers correct: 1 / Numbers incorrect: 1"));
+    EXPECT_EQ(blank->text(QAccessible::Name), QString::number(w.square().squareRanks[column][row]));
+    // The Enter that closed the box went no further; the keys are the puzzle's
+    // now, and the cell under the cursor is the focused one.
+    EXPECT_TRUE(windowKeys.empty());
+    EXPECT_TRUE(view.surfaceWidget()->hasFocus());
+    const int right = column < 5 ? 1 : -1;
+    QTest::keyClick(view.surfaceWidget(), right > 0 ? Qt::Key_Right : Qt::Key_Left);
+    const QAccessibleInterface* focused = surface->focusChild();
+    ASSERT_NE(focused, nullptr);
+    EXPECT_EQ(focused, table->cellAt(row - 1, column - 1 + right));
+    EXPECT_TRUE(focused->state().focused);
     view.actionFor("qplaying")->trigger();
   });
   poll.start(5);
@@ -237,6 +255,74 @@ TEST_F(QtBinding, AssistiveTechnologyReadsTheInputsAndPlaysThePuzzle) {
   QTest::mouseClick(widget<QPushButton>("Command4"), Qt::LeftButton);
   EXPECT_TRUE(played);
   EXPECT_EQ(view.windowTitle(), "Quillion");
+}
+
+// The tables a screen reader holds stay safe to use whatever the drawing
+// does: a table whose grid has gone answers as invalid (and gives out only
+// invalid cells) until it is deleted from the event loop; every index below a
+// count given out yields an interface, cellAt() never yields null, and a
+// cell's name is what the drawing names it.
+TEST_F(QtBinding, TheTablesStayConsistentWhileTheDrawingChanges) {
+  Surface& drawing = w.surface();
+  QAccessibleInterface* surface = QAccessible::queryAccessibleInterface(view.surfaceWidget());
+  const int controls = surface->childCount();
+  const auto grid = [&](float left, int columns, int rows) {
+    drawing.addGrid({left, 8, 24, 18, columns, rows, 1, 1});
+    for (int row = 0; row < rows; ++row) {
+      for (int column = 0; column < columns; ++column) {
+        if ((row + column) % 3) drawing.nameCell(left + 24.0F * static_cast<float>(column) + 2, 8 + 18.0F * static_cast<float>(row) + 3, std::to_string(row * 10 + column));
+      }
+    }
+  };
+  const auto everyIndexYields = [](QAccessibleInterface* parent) {
+    for (int i = 0; i < parent->childCount(); ++i) {
+      ASSERT_NE(parent->child(i), nullptr) << i;
+      EXPECT_EQ(parent->indexOfChild(parent->child(i)), i);
+    }
+  };
+  grid(8, 5, 5);
+  grid(200, 7, 3);
+  ASSERT_EQ(surface->childCount(), controls + 2);
+  everyIndexYields(surface);
+  QAccessibleInterface* old = surface->child(controls + 1);
+  QAccessibleTableInterface* table = old->tableInterface();
+  ASSERT_EQ(old->childCount(), 21);
+  everyIndexYields(old);
+  QAccessibleInterface* cell = table->cellAt(2, 6);
+  EXPECT_EQ(cell->text(QAccessible::Name), "26");
+  EXPECT_EQ(table->cellAt(2, 4)->text(QAccessible::Name), "blank");
+  for (const auto& [row, column] : {std::pair{-1, 0}, {0, -1}, {3, 0}, {0, 7}, {1000, 1000}}) {
+    ASSERT_NE(table->cellAt(row, column), nullptr);
+    EXPECT_FALSE(table->cellAt(row, column)->isValid());
+    EXPECT_NE(table->cellAt(row, column)->tableCellInterface(), nullptr);
+  }
+  const QAccessible::Id oldId = QAccessible::uniqueId(old), cellId = QAccessible::uniqueId(cell);
+
+  drawing.clear();
+  grid(8, 5, 5);
+  EXPECT_FALSE(old->isValid());
+  EXPECT_FALSE(cell->isValid());
+  EXPECT_EQ(old->childCount(), 0);
+  ASSERT_NE(table->cellAt(2, 6), nullptr);
+  EXPECT_FALSE(table->cellAt(2, 6)->isValid());
+  ASSERT_EQ(surface->childCount(), controls + 1);
+  everyIndexYields(surface);
+  QAccessibleInterface* fresh = surface->child(controls);
+  EXPECT_NE(fresh, old);
+  EXPECT_EQ(fresh->tableInterface()->cellAt(3, 3)->text(QAccessible::Name), "blank");
+  EXPECT_EQ(fresh->tableInterface()->cellAt(4, 3)->text(QAccessible::Name), "43");
+  // Deleted only once the event loop runs, never under the reader's feet.
+  EXPECT_EQ(QAccessible::accessibleInterface(oldId), old);
+  QApplication::processEvents();
+  EXPECT_EQ(QAccessible::accessibleInterface(oldId), nullptr);
+  EXPECT_EQ(QAccessible::accessibleInterface(cellId), nullptr);
+
+  // The cell cursor is the focused cell while the surface has the keys.
+  view.surfaceWidget()->setFocus();
+  drawing.placeCellCursor(8 + 24 * 2 + 5, 8 + 18 * 3 + 5);
+  EXPECT_EQ(surface->focusChild(), fresh->tableInterface()->cellAt(3, 2));
+  EXPECT_TRUE(fresh->tableInterface()->cellAt(3, 2)->state().focused);
+  EXPECT_FALSE(fresh->tableInterface()->cellAt(3, 3)->state().focused);
 }
 
 // Closing the window while a long loop yields ends the process at once and

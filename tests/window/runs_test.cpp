@@ -1,10 +1,13 @@
 // An abort or a quit at any yield of a run or a practice leaves the main page
-// as it was.
+// as it was; practice played by keyboard does what the same play by mouse does.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "platform/number_text.h"
 #include "support/window_fixture.h"
 
 namespace quill::testing {
@@ -49,7 +52,9 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
       Session s(practice);
       MainWindow& w = s.w;
       s.platform.onYield = [&](int count) {
-        w.userKeyDown('A');
+        // Keys do nothing but while a puzzle is in play: letters, arrows, Enter, Space, Escape.
+        const int keyPresses[] = {'A', keys::left, keys::up, keys::right, keys::down, keys::enter, keys::space, keys::escape};
+        w.userKeyDown(keyPresses[count % 8]);
         if (count != stopAt) return;
         const bool building = w.caption().rfind("Creating", 0) == 0;
         for (int x = 1; x <= 5; ++x) clickCell(w, x, 3);
@@ -62,8 +67,93 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
       ASSERT_EQ(pageState(w), before) << "stopped at yield " << stopAt;
       ASSERT_EQ(w.state().startNumber, practice ? 1 : 5);
       ASSERT_TRUE(w.surface().ops().empty());
+      ASSERT_FALSE(w.surface().cellCursor());
       ASSERT_EQ(s.platform.pages.size(), !practice && stopAt > yields - 3 ? 1u : 0u) << stopAt;
     }
+  }
+}
+
+// Practice played twice on one seed, once by mouse and once by keyboard, the
+// same cells chosen in the same order: the arrows bring the cell cursor there
+// (from the top-left cell of each puzzle, stopping at the edges, however far
+// they are pressed), Enter or Space does what a click at the cell's centre
+// does, and Escape closes the entry box with nothing counted. After every
+// step both windows read the same, and every cell is named by what it shows.
+TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
+  for (std::uint64_t seed = 1; seed <= 24; ++seed) {
+    std::vector<std::string> traces[2];
+    for (const bool keyboard : {false, true}) {
+      FakePlatform platform(seed);
+      auto window = std::make_unique<MainWindow>(platform);
+      MainWindow& w = *window;
+      platform.attach(&w);
+      w.userActivate();
+      if (seed % 3 == 0) w.sqr7.userClick();
+      retype(w.Text3, seed % 2 ? "6" : "100");
+      const int n = w.state().squareSize;
+      RandomSource picks(seed * 31);
+      const auto pick = [&](int count) { return static_cast<int>(picks.next() * count); };
+      std::vector<std::string>& trace = traces[keyboard];
+      int steps = 0;
+      platform.onYield = [&](int) {
+        if (!playing(w)) return;
+        if (++steps > 60 || w.state().runDone >= 2) return w.qplaying.userClick();
+        if (keyboard && trace.empty()) {
+          EXPECT_EQ(w.surface().cellCursor(), (GridCell{0, 0, 0}));
+        }
+        const int x = 1 + pick(n), y = 1 + pick(n), overshoot = pick(3), space = pick(2), escape = pick(3) == 0,
+                  mode = pick(4);
+        if (keyboard) {
+          const std::optional<GridCell> at = w.surface().cellCursor();
+          ASSERT_TRUE(at);
+          const auto press = [&](int key, int times) {
+            for (int i = 0; i < times; ++i) w.userKeyDown(key);
+          };
+          // Towards the target, and past the edge now and then: the cursor stops there.
+          const auto towards = [&](int to, int from, int back, int forth) {
+            press(to == n || (to > from && to != 1) ? forth : back, std::abs(to - from) + (to == 1 || to == n ? overshoot : 0));
+          };
+          towards(x, at->column + 1, keys::left, keys::right);
+          towards(y, at->row + 1, keys::up, keys::down);
+          EXPECT_EQ(w.surface().cellCursor(), (GridCell{0, y - 1, x - 1}));
+          const bool wasOpen = w.Text6.visible();
+          w.userKeyDown(space ? keys::space : keys::enter);
+          if (!wasOpen && w.Text6.visible() && escape) {
+            const std::string caption = w.caption();
+            w.Text6.userEdit("4");
+            w.Text6.userKeyDown(keys::escape);
+            EXPECT_FALSE(w.Text6.visible());
+            EXPECT_EQ(w.caption(), caption);
+            w.userKeyDown(keys::enter);  // the same cell opens again
+            EXPECT_TRUE(w.Text6.visible());
+          }
+        } else {
+          clickCell(w, x, y);
+        }
+        if (w.Text6.visible()) {
+          const auto [column, row] = w.selection();
+          const std::string right = std::to_string(static_cast<long long>(w.square().squareRanks[column][row]));
+          w.Text6.userEdit(mode == 0 ? "x" : mode == 1 ? "99" : right);
+          w.Text6.userKeyDown(keys::enter);
+        }
+        // Each cell is named by what it shows: its number, or nothing while blank.
+        for (int row = 0; row < n; ++row) {
+          for (int column = 0; column < n; ++column) {
+            const double shown = w.square().squareNumbers[column + 1][row + 1];
+            ASSERT_EQ(w.surface().cellName({0, row, column}), isBlank(shown) ? "" : numberText(shown));
+          }
+        }
+        std::string state = pageState(w) + std::to_string(w.selection().originX) + "," +
+                            std::to_string(w.selection().originY) + " " + std::to_string(w.Text6.rect().left) + "," +
+                            std::to_string(w.Text6.rect().top) + "\n";
+        for (const DrawOp& op : w.surface().ops()) state += op.text + std::to_string(op.x1 + op.y1);
+        trace.push_back(state);
+      };
+      w.Command4.userClick();
+      EXPECT_FALSE(w.surface().cellCursor());
+    }
+    ASSERT_GT(traces[0].size(), 10u) << seed;
+    ASSERT_EQ(traces[0], traces[1]) << "seed " << seed;
   }
 }
 

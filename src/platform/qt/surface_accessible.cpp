@@ -16,6 +16,7 @@
 #include <QCoreApplication>
 #include <QWidget>
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,13 @@ namespace {
 
 class SurfaceAccessible;
 class TableAccessible;
+
+// The surfaces' interfaces once made, so that they follow every change of
+// the drawing, whether or not a reader is listening just then.
+std::unordered_map<const QObject*, SurfaceAccessible*>& madeForSurfaces() {
+  static std::unordered_map<const QObject*, SurfaceAccessible*> made;
+  return made;
+}
 
 // Deletes interfaces once the bridge can no longer be inside a call on them:
 // from the event loop, after it has been told they are gone.
@@ -190,10 +198,13 @@ class SurfaceAccessible : public QAccessibleWidget {
   // Made for a finished SurfaceWidget: its form is taken now, as the widget
   // may be half torn down when the interface is last asked something.
   explicit SurfaceAccessible(SurfaceWidget* widget)
-      : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()), entryBox_(form_.findControl("Text6")) {
+      : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()), entryBox_(form_.findControl("Text6")),
+        widget_(widget) {
+    madeForSurfaces()[widget_] = this;
     sync(false);
   }
   ~SurfaceAccessible() override {
+    madeForSurfaces().erase(widget_);
     // By id only: at the program's end the cache may have deleted the tables first.
     for (const auto& [id, table] : tables_) QAccessible::deleteAccessibleInterface(id);
   }
@@ -319,6 +330,7 @@ class SurfaceAccessible : public QAccessibleWidget {
 
   Form& form_;
   const Control* entryBox_;
+  const QObject* widget_;
   mutable std::vector<std::pair<QAccessible::Id, TableAccessible*>> tables_;  // one per grid, in order
   mutable unsigned clearCount_ = 0;
   mutable bool syncing_ = false;
@@ -383,9 +395,11 @@ QAccessibleInterface* surfaceFactory(const QString& className, QObject* object) 
   return new SurfaceAccessible(static_cast<SurfaceWidget*>(object));
 }
 
+// Made on demand while a reader listens; otherwise only if made already.
 SurfaceAccessible* accessibleOf(SurfaceWidget* surface) {
-  if (!QAccessible::isActive()) return nullptr;
-  return dynamic_cast<SurfaceAccessible*>(QAccessible::queryAccessibleInterface(surface));
+  if (QAccessible::isActive()) return dynamic_cast<SurfaceAccessible*>(QAccessible::queryAccessibleInterface(surface));
+  const auto made = madeForSurfaces().find(surface);
+  return made == madeForSurfaces().end() ? nullptr : made->second;
 }
 
 }  // namespace

@@ -45,15 +45,15 @@ void SurfaceWidget::paintEvent(QPaintEvent*) {
   const Surface& surface = form_.surface();
   paintDisplayList(painter, surface.ops());
   if (const std::optional<GridCell> cursor = surface.cellCursor()) {
-    // A blue frame two pixels wide just inside the cell's grid lines: clear
-    // on white and grey cells alike, and off the number, which starts
-    // further in.
+    // The cell's grid lines drawn over in blue, three pixels wide: plain on
+    // white and grey cells alike, and clear of the number, which starts two
+    // pixels in.
     const GridArea& g = surface.grids()[cursor->grid];
     const QRectF cell(g.left + static_cast<float>(cursor->column) * g.cellWidth,
                       g.top + static_cast<float>(cursor->row) * g.cellHeight, g.cellWidth, g.cellHeight);
-    painter.setPen(QPen(QColor(0, 0, 255), 2));
+    painter.setPen(QPen(QColor(0, 0, 255), 3, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(cell.adjusted(2, 2, -1, -1));
+    painter.drawRect(cell.adjusted(0.5, 0.5, 0.5, 0.5));
   }
 }
 
