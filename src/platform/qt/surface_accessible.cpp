@@ -2,9 +2,11 @@
 // bridge, which holds interfaces by id across calls and uses what child()
 // and cellAt() return without checking it:
 // - a table stands for one grid from the moment it is drawn until the
-//   surface is cleared; then the reader is told, the table and its cells
-//   answer as invalid, and they are deleted later, from the event loop,
-//   never inside a call the bridge is making;
+//   surface is cleared; then the reader is told (if it was told of the
+//   table: tables are announced after a pause, so that a run that fills
+//   pages many times a second does not bury it in events), the table and its
+//   cells answer as invalid, and they are deleted later, from the event
+//   loop, never inside a call the bridge is making;
 // - every index below a count given out yields an interface, and cellAt()
 //   never yields null (a cell outside the table answers as invalid);
 // - a cell's name is looked up, not searched for, so reading a large grid
@@ -14,6 +16,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QCoreApplication>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <unordered_map>
@@ -108,6 +111,8 @@ class TableAccessible : public QAccessibleInterface, public QAccessibleTableInte
 
   // The grid has gone: from now on the table and its cells answer as invalid.
   void retire() { retired_ = true; }
+  // Whether the reader was told of the table.
+  bool announced = false;
 
   const SurfaceAccessible& surface() const { return *surface_; }
   GridCell cellOf(int row, int column) const { return {grid_, row, column}; }
@@ -201,6 +206,9 @@ class SurfaceAccessible : public QAccessibleWidget {
       : QAccessibleWidget(widget, QAccessible::Pane), form_(widget->form()), entryBox_(form_.findControl("Text6")),
         widget_(widget) {
     madeForSurfaces()[widget_] = this;
+    announcer_.setSingleShot(true);
+    announcer_.setInterval(kAnnouncePause);
+    announcer_.callOnTimeout([this] { announceTables(); });
     sync(false);
   }
   ~SurfaceAccessible() override {
@@ -303,7 +311,7 @@ class SurfaceAccessible : public QAccessibleWidget {
       clearCount_ = surface().clearCount();
       std::vector<std::pair<QAccessible::Id, QAccessibleInterface*>> gone;
       for (const auto& [id, table] : tables_) {
-        if (tell) {
+        if (tell && table->announced) {
           QAccessibleEvent removed(table, QAccessible::ObjectDestroyed);
           QAccessible::updateAccessibility(&removed);
         }
@@ -313,19 +321,28 @@ class SurfaceAccessible : public QAccessibleWidget {
       tables_.clear();
       deleteLater(std::move(gone));
     }
-    const std::size_t known = tables_.size();
     const std::vector<GridArea>& grids = surface().grids();
-    for (std::size_t grid = known; grid < grids.size(); ++grid) {
+    for (std::size_t grid = tables_.size(); grid < grids.size(); ++grid) {
       auto* table = new TableAccessible(this, grid, grids[grid]);
       tables_.emplace_back(QAccessible::registerAccessibleInterface(table), table);
-    }
-    if (tell) {
-      for (std::size_t grid = known; grid < tables_.size(); ++grid) {
-        QAccessibleEvent added(tables_[grid].second, QAccessible::ObjectCreated);
-        QAccessible::updateAccessibility(&added);
-      }
+      if (tell && !announcer_.isActive()) announcer_.start();
     }
     syncing_ = false;
+  }
+
+  // New tables are announced after a pause, those still there then: a run
+  // that fills pages many times a second would otherwise bury the reader
+  // under events for tables gone before it could look at them.
+  static constexpr int kAnnouncePause = 250;  // milliseconds
+  void announceTables() const {
+    if (!QAccessible::isActive()) return;
+    sync(false);
+    for (const auto& [id, table] : tables_) {
+      if (table->announced) continue;
+      table->announced = true;
+      QAccessibleEvent added(table, QAccessible::ObjectCreated);
+      QAccessible::updateAccessibility(&added);
+    }
   }
 
   Form& form_;
@@ -334,6 +351,7 @@ class SurfaceAccessible : public QAccessibleWidget {
   mutable std::vector<std::pair<QAccessible::Id, TableAccessible*>> tables_;  // one per grid, in order
   mutable unsigned clearCount_ = 0;
   mutable bool syncing_ = false;
+  mutable QTimer announcer_;
 };
 
 bool CellAccessible::isValid() const { return table_->isValid() && table_->holds(row_, column_); }
