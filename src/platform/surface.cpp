@@ -49,10 +49,13 @@ std::optional<GridCell> Surface::cellAt(float x, float y) const {
   // Newest first: a grid drawn over another is the one seen.
   for (std::size_t i = grids_.size(); i-- > 0;) {
     const GridArea& g = grids_[i];
-    if (g.cellWidth <= 0 || g.cellHeight <= 0 || x < g.left || y < g.top) continue;
-    const auto column = static_cast<long long>((x - g.left) / g.cellWidth);
-    const auto row = static_cast<long long>((y - g.top) / g.cellHeight);
-    if (column < g.columns && row < g.rows) return GridCell{i, static_cast<int>(row), static_cast<int>(column)};
+    if (g.cellWidth <= 0 || g.cellHeight <= 0 || !(x >= g.left && y >= g.top)) continue;
+    // Compared before the conversion, so that no point far away overflows it.
+    const float column = (x - g.left) / g.cellWidth;
+    const float row = (y - g.top) / g.cellHeight;
+    if (column < static_cast<float>(g.columns) && row < static_cast<float>(g.rows)) {
+      return GridCell{i, static_cast<int>(row), static_cast<int>(column)};
+    }
   }
   return std::nullopt;
 }

@@ -249,7 +249,7 @@ class SurfaceAccessible : public QAccessibleWidget {
   QAccessibleInterface* cursorCell() const {
     sync(false);
     const std::optional<GridCell> cursor = surface().cellCursor();
-    if (!cursor || !widget()->hasFocus() || cursor->grid >= tables_.size()) return nullptr;
+    if (!cursor || !hasKeys() || cursor->grid >= tables_.size()) return nullptr;
     return tables_[cursor->grid].second->cellAt(cursor->row, cursor->column);
   }
 
@@ -284,19 +284,20 @@ class SurfaceAccessible : public QAccessibleWidget {
     return entryBox_->rect().left / kTwipsPerPixel == static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth) &&
            entryBox_->rect().top / kTwipsPerPixel == static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight);
   }
+  // The widget is asked only while it lives: it may be going while a reader asks.
   QRect cellRect(const GridArea& g, int row, int column) const {
-    const QPoint corner = widget()->mapToGlobal(QPoint(0, 0));
+    const QPoint corner = widget() != nullptr ? widget()->mapToGlobal(QPoint(0, 0)) : QPoint();
     return QRect(corner.x() + static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth),
                  corner.y() + static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight),
                  static_cast<int>(g.cellWidth), static_cast<int>(g.cellHeight));
   }
-  QPoint fromScreen(int x, int y) const { return widget()->mapFromGlobal(QPoint(x, y)); }
+  QPoint fromScreen(int x, int y) const { return widget() != nullptr ? widget()->mapFromGlobal(QPoint(x, y)) : QPoint(x, y); }
   void press(const GridArea& g, int row, int column) const {
     const float x = g.left + (static_cast<float>(column) + 0.5F) * g.cellWidth;
     const float y = g.top + (static_cast<float>(row) + 0.5F) * g.cellHeight;
     form_.userMouseDown(1, 0, x, y);
   }
-  bool hasKeys() const { return widget()->hasFocus(); }
+  bool hasKeys() const { return widget() != nullptr && widget()->hasFocus(); }
 
  private:
   // Brings the tables in line with the grids: all of them go when the
