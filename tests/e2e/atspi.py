@@ -1,7 +1,7 @@
 # A screen reader's view of a program, spoken over AT-SPI's D-Bus protocol
-# with Gio: a private session bus with the accessibility bus and registry,
-# and a client that walks a program's accessible tree, reads tables and
-# presses actions.
+# with Gio: a private session bus with the accessibility bus and registry
+# (stopped by process id), and a client that walks a program's tree, reads
+# tables and presses actions.
 import os
 import signal
 import subprocess
@@ -13,86 +13,62 @@ import gi
 gi.require_version("Gio", "2.0")
 from gi.repository import Gio, GLib  # noqa: E402
 
-ACCESSIBLE = "org.a11y.atspi.Accessible"
-TABLE = "org.a11y.atspi.Table"
-ACTION = "org.a11y.atspi.Action"
-COMPONENT = "org.a11y.atspi.Component"
-PROPERTIES = "org.freedesktop.DBus.Properties"
+ACCESSIBLE, TABLE, ACTION = "org.a11y.atspi.Accessible", "org.a11y.atspi.Table", "org.a11y.atspi.Action"
 NULL_PATH = "/org/a11y/atspi/null"
+FOCUSED, SENSITIVE, SHOWING = 12, 24, 25  # AT-SPI state bits
+FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 
 
 class Buses:
-    """A session bus and an accessibility bus of their own, stopped by process id."""
-
-    def __init__(self, folder):
-        self.folder = folder
-        self.pids = []
-        conf = os.path.join(folder, "session.conf")
+    def __init__(self):
+        self.folder = tempfile.mkdtemp(prefix="quillion-atspi-")
+        conf = os.path.join(self.folder, "session.conf")
         with open(conf, "w") as f:
-            f.write(
-                '<busconfig><type>session</type><listen>unix:path=%s/session.sock</listen>'
-                "<auth>EXTERNAL</auth><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
-                '<allow eavesdrop="true"/><allow own="*"/></policy>'
-                "</busconfig>" % folder)
-        self.runtime = os.path.join(folder, "runtime")
-        os.makedirs(self.runtime, mode=0o700, exist_ok=True)
+            f.write('<busconfig><type>session</type><listen>unix:path=%s/bus</listen><auth>EXTERNAL</auth>'
+                    '<policy context="default"><allow send_destination="*" eavesdrop="true"/>'
+                    '<allow eavesdrop="true"/><allow own="*"/></policy></busconfig>' % self.folder)
+        runtime = os.path.join(self.folder, "runtime")
+        os.mkdir(runtime, 0o700)
         daemon = subprocess.Popen(["dbus-daemon", "--config-file=" + conf, "--nofork", "--print-address=1"],
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, start_new_session=True)
-        self.pids.append(daemon.pid)
-        self.session_address = daemon.stdout.readline().decode().strip()
-        self.env = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=self.session_address, XDG_RUNTIME_DIR=self.runtime)
+        address = daemon.stdout.readline().decode().strip()
+        self.env = dict(os.environ, DBUS_SESSION_BUS_ADDRESS=address, XDG_RUNTIME_DIR=runtime)
         launcher = subprocess.Popen(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately", "--a11y=1"],
                                     env=self.env, start_new_session=True, stdout=subprocess.DEVNULL,
                                     stderr=subprocess.DEVNULL)
-        self.pids.append(launcher.pid)
-        self.session = Gio.DBusConnection.new_for_address_sync(
-            self.session_address,
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
-        address = None
+        self.pids = [daemon.pid, launcher.pid]
+        self.session = Gio.DBusConnection.new_for_address_sync(address, FLAGS, None, None)
         for _ in range(100):
             try:
-                address = self.session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None,
-                                                 GLib.VariantType("(s)"), 0, 1000, None).unpack()[0]
-                break
+                a11y = self.session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None,
+                                              GLib.VariantType("(s)"), 0, 1000, None).unpack()[0]
+                self.a11y = Gio.DBusConnection.new_for_address_sync(a11y, FLAGS, None, None)
+                return
             except GLib.Error:
                 time.sleep(0.05)
-        if not address:
-            raise RuntimeError("the accessibility bus did not start")
-        self.a11y = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION,
-            None, None)
+        raise RuntimeError("the accessibility bus did not start")
 
     def set_screen_reader(self, on):
         """The desktop's switch, as a screen reader's start sets it."""
-        self.session.call_sync("org.a11y.Bus", "/org/a11y/bus", PROPERTIES, "Set",
+        self.session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
                                GLib.Variant("(ssv)", ("org.a11y.Status", "ScreenReaderEnabled", GLib.Variant("b", on))),
                                None, 0, 2000, None)
 
     def listen(self):
-        """Asks for the events a screen reader asks for, so the program sends them; counts them."""
-        self.events = {}
+        """Asks for the events a screen reader asks for, so that the program sends them, and counts them."""
+        self.events = 0
 
-        def count(_connection, _sender, _path, interface, member, _params):
-            key = interface.rsplit(".", 1)[-1] + ":" + member
-            self.events[key] = self.events.get(key, 0) + 1
+        def count(*_):
+            self.events += 1
 
-        self.a11y.signal_subscribe(None, "org.a11y.atspi.Event.Object", None, None, None, 0, count)
-        self.a11y.signal_subscribe(None, "org.a11y.atspi.Event.Focus", None, None, None, 0, count)
-        for event in ("object:children-changed", "object:state-changed", "object:property-change",
-                      "focus:", "window:", "object:"):
-            for signature, args in (("(sass)", (event, [], "")), ("(sas)", (event, [])), ("(s)", (event,))):
-                try:
-                    self.a11y.call_sync("org.a11y.atspi.Registry", "/org/a11y/atspi/registry",
-                                        "org.a11y.atspi.Registry", "RegisterEvent", GLib.Variant(signature, args),
-                                        None, 0, 2000, None)
-                    break
-                except GLib.Error:
-                    continue
+        self.a11y.signal_subscribe(None, None, None, None, None, 0, count)
+        for event in ("object:", "focus:", "window:"):
+            self.a11y.call_sync("org.a11y.atspi.Registry", "/org/a11y/atspi/registry", "org.a11y.atspi.Registry",
+                                "RegisterEvent", GLib.Variant("(sass)", (event, [], "")), None, 0, 2000, None)
 
     def pump(self):
-        context = GLib.MainContext.default()
-        while context.pending():
-            context.iteration(False)
+        while GLib.MainContext.default().pending():
+            GLib.MainContext.default().iteration(False)
 
     def stop(self):
         for pid in reversed(self.pids):
@@ -109,61 +85,48 @@ class Gone(Exception):
 class Reader:
     """Reads one application's tree the way a screen reader does."""
 
-    def __init__(self, buses, app_name, timeout=30):
+    def __init__(self, buses, app_name):
         self.bus = buses.a11y
-        self.calls = 0
-        deadline = time.time() + timeout
-        self.app = None
-        while self.app is None and time.time() < deadline:
-            for ref in self.children(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")):
-                try:
-                    if self.name(ref) == app_name:
-                        self.app = ref
-                except Gone:
-                    pass
-            if self.app is None:
-                time.sleep(0.1)
-        if self.app is None:
-            raise RuntimeError("no application %r on the accessibility bus" % app_name)
+        root = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
+        for _ in range(300):
+            self.app = next((app for app in self.children(root) if self.name(app) == app_name), None)
+            if self.app:
+                return
+            time.sleep(0.1)
+        raise RuntimeError("no application %r on the accessibility bus" % app_name)
 
     def call(self, ref, interface, method, args=None, reply=None):
-        self.calls += 1
         try:
             result = self.bus.call_sync(ref[0], ref[1], interface, method, args,
                                         GLib.VariantType(reply) if reply else None, 0, 10000, None)
         except GLib.Error as error:
-            if "ServiceUnknown" in error.message or "NoReply" in error.message or "Timeout" in error.message \
-                    or "timed out" in error.message or "was not provided" in error.message:
-                raise
-            raise Gone(error.message)
+            # An object gone or a call refused is a reader's everyday; a program that
+            # does not answer, or has gone, is not.
+            if "UnknownObject" in error.message or "UnknownInterface" in error.message \
+                    or "UnknownMethod" in error.message:
+                raise Gone(error.message)
+            raise
         return result.unpack() if result is not None else None
 
-    def prop(self, ref, interface, name):
-        return self.call(ref, PROPERTIES, "Get", GLib.Variant("(ss)", (interface, name)), "(v)")[0]
-
     def name(self, ref):
-        return self.prop(ref, ACCESSIBLE, "Name")
+        return self.call(ref, "org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name")),
+                         "(v)")[0]
 
     def role(self, ref):
         return self.call(ref, ACCESSIBLE, "GetRoleName", None, "(s)")[0]
 
     def children(self, ref):
-        return [tuple(child) for child in self.call(ref, ACCESSIBLE, "GetChildren", None, "(a(so))")[0]
-                if child[1] != NULL_PATH]
+        return [tuple(c) for c in self.call(ref, ACCESSIBLE, "GetChildren", None, "(a(so))")[0] if c[1] != NULL_PATH]
 
-    def interfaces(self, ref):
-        return self.call(ref, ACCESSIBLE, "GetInterfaces", None, "(as)")[0]
+    def state(self, ref, bit):
+        return bool((self.call(ref, ACCESSIBLE, "GetState", None, "(au)")[0][bit // 32] >> (bit % 32)) & 1)
 
-    def states(self, ref):
-        words = self.call(ref, ACCESSIBLE, "GetState", None, "(au)")[0]
-        return [(words[i // 32] >> (i % 32)) & 1 for i in range(64)]
-
-    def showing(self, ref):
-        states = self.states(ref)
-        return bool(states[25] and states[24])  # showing and sensitive
+    def is_table(self, ref):
+        return TABLE in self.call(ref, ACCESSIBLE, "GetInterfaces", None, "(as)")[0]
 
     def table_size(self, ref):
-        return self.prop(ref, TABLE, "NRows"), self.prop(ref, TABLE, "NColumns")
+        get = "org.freedesktop.DBus.Properties", "Get"
+        return tuple(self.call(ref, *get, GLib.Variant("(ss)", (TABLE, p)), "(v)")[0] for p in ("NRows", "NColumns"))
 
     def cell(self, table, row, column):
         ref = self.call(table, TABLE, "GetAccessibleAt", GLib.Variant("(ii)", (row, column)), "((so))")[0]
@@ -174,59 +137,37 @@ class Reader:
     def press(self, ref):
         return self.call(ref, ACTION, "DoAction", GLib.Variant("(i)", (0,)), "(b)")[0]
 
-    def walk(self, ref=None, found=None):
-        """Every object under ref, reading each as a reader would; tables also
-        through their row and column calls. Returns (tables, objects read)."""
+    def walk(self, ref=None):
+        """Reads every object under ref as a reader would, tables also through
+        their row and column calls, at their edges and beyond; returns how many."""
         ref = ref or self.app
-        found = found if found is not None else {"tables": [], "objects": 0, "names": {}}
         try:
-            found["objects"] += 1
-            name = self.name(ref)
-            self.call(ref, ACCESSIBLE, "GetRole", None, "(u)")
-            self.call(ref, ACCESSIBLE, "GetState", None, "(au)")
-            self.call(ref, ACCESSIBLE, "GetIndexInParent", None, "(i)")
-            self.prop(ref, ACCESSIBLE, "Parent")
-            interfaces = self.interfaces(ref)
-            if COMPONENT in interfaces:
-                self.call(ref, COMPONENT, "GetExtents", GLib.Variant("(u)", (0,)), "((iiii))")
-            if name:
-                found["names"][ref[1]] = name
-            if TABLE in interfaces:
-                found["tables"].append(ref)
+            self.name(ref)
+            for method, reply in (("GetRole", "(u)"), ("GetState", "(au)"), ("GetIndexInParent", "(i)"),
+                                  ("GetDescription", "(v)")):
+                self.call(ref, ACCESSIBLE, method, None, reply)
+            if self.is_table(ref):
                 rows, columns = self.table_size(ref)
-                # What a reader asks of a table, at its edges and beyond them.
                 for row, column in ((0, 0), (rows - 1, columns - 1), (rows, columns), (-1, 0)):
                     self.call(ref, TABLE, "GetRowColumnExtentsAtIndex", GLib.Variant("(i)", (row * columns + column,)))
-                    self.call(ref, TABLE, "GetColumnExtentAt", GLib.Variant("(ii)", (row, column)))
-                    self.call(ref, TABLE, "GetRowExtentAt", GLib.Variant("(ii)", (row, column)))
-                    self.call(ref, TABLE, "IsSelected", GLib.Variant("(ii)", (row, column)))
+                    for method in ("GetColumnExtentAt", "GetRowExtentAt", "IsSelected"):
+                        self.call(ref, TABLE, method, GLib.Variant("(ii)", (row, column)))
                     self.call(ref, TABLE, "GetRowHeader", GLib.Variant("(i)", (row,)))
-                    self.call(ref, TABLE, "GetColumnDescription", GLib.Variant("(i)", (column,)))
-            for child in self.children(ref):
-                self.walk(child, found)
+            return 1 + sum(self.walk(child) for child in self.children(ref))
         except Gone:
-            pass
-        return found
+            return 1
 
     def find(self, predicate, ref=None):
-        """The first object under ref (depth first) for which predicate(ref) holds."""
+        """The first object under ref, depth first, for which predicate holds."""
         ref = ref or self.app
         try:
             if predicate(ref):
                 return ref
-            for child in self.children(ref):
-                hit = self.find(predicate, child)
-                if hit:
-                    return hit
+            return next((hit for hit in (self.find(predicate, c) for c in self.children(ref)) if hit), None)
         except Gone:
-            pass
-        return None
+            return None
 
     def named(self, name, role=None):
         """The first object of that name (and role) that is shown and can be used."""
         return self.find(lambda ref: self.name(ref) == name and (role is None or self.role(ref) == role)
-                         and self.showing(ref))
-
-
-def private_folder():
-    return tempfile.mkdtemp(prefix="quillion-atspi-")
+                         and self.state(ref, SHOWING) and self.state(ref, SENSITIVE))
