@@ -1,7 +1,8 @@
 // The hot paths: building one square, start-up, a whole run that fills and
-// prints a page, and rendering a printed page to PDF.
+// prints a page, rendering a printed page to PDF, and a grid read aloud.
 #include <benchmark/benchmark.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTemporaryDir>
 #include <memory>
@@ -9,6 +10,7 @@
 #include "construction/square_builder.h"
 #include "window/main_window.h"
 #include "platform/qt/form_view.h"
+#include "platform/qt/surface_widget.h"
 #include "platform/qt/page_delivery.h"
 #include "platform/qt/page_spooler.h"
 #include "bench_window.h"
@@ -93,6 +95,33 @@ void BM_SpoolToPdf(benchmark::State& state) {
   state.counters["pages/s"] = benchmark::Counter(static_cast<double>(state.iterations() * pages), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_SpoolToPdf)->Arg(1)->Arg(48)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// A screen reader reading a whole grid, cell by cell, through the surface's
+// accessible table: the cost per cell should not grow with the grid.
+void BM_ReadGridAloud(benchmark::State& state) {
+  Window session;
+  qt::FormView view(session.w);
+  const int n = static_cast<int>(state.range(0));
+  Surface& surface = session.w.surface();
+  surface.addGrid({8, 8, 32, 18, n, n, 1, 1});
+  for (int row = 0; row < n; ++row) {
+    for (int column = 0; column < n; ++column) {
+      const float x = 10 + 32.0F * static_cast<float>(column), y = 11 + 18.0F * static_cast<float>(row);
+      surface.fillBox(x, y, x, y, palette::white);
+      surface.printText(std::to_string(row * n + column));
+      surface.nameCell(x, y, std::to_string(row * n + column));
+    }
+  }
+  QAccessibleInterface* drawing = QAccessible::queryAccessibleInterface(view.surfaceWidget());
+  QAccessibleTableInterface* table = drawing->child(drawing->childCount() - 1)->tableInterface();
+  for (auto _ : state) {
+    for (int row = 0; row < n; ++row) {
+      for (int column = 0; column < n; ++column) benchmark::DoNotOptimize(table->cellAt(row, column)->text(QAccessible::Name));
+    }
+  }
+  state.SetItemsProcessed(state.iterations() * n * n);
+}
+BENCHMARK(BM_ReadGridAloud)->Arg(29)->Arg(101)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace quill

@@ -19,8 +19,8 @@ import atspi  # noqa: E402
 
 binary, display = sys.argv[1], sys.argv[2]
 with_orca = "--orca" in sys.argv
-work = atspi.private_folder()
-buses = atspi.Buses(work)
+buses = atspi.Buses()
+work = buses.folder
 home = os.path.join(work, "home")
 os.makedirs(os.path.join(home, ".config", "speech-dispatcher"))
 with open(os.path.join(home, ".config", "speech-dispatcher", "speechd.conf"), "w") as conf:
@@ -35,28 +35,9 @@ if with_orca:
                             env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
     time.sleep(4)
 program = subprocess.Popen([binary], env=env, stdout=open(os.path.join(work, "log"), "w"), stderr=subprocess.STDOUT)
-X = dict(os.environ, DISPLAY=display)
-
-
-def xdotool(*args):
-    return subprocess.run(["xdotool"] + list(args), env=X, capture_output=True, text=True).stdout.strip()
-
-
-wid = ""
-while not wid:
-    wid = xdotool("search", "--onlyvisible", "--pid", str(program.pid), "--name", "^Quillion$").split("\n")[0]
-    time.sleep(0.1)
+window = atspi.Window(display, program.pid)
+xdotool, click, type_into, wid = window.xdotool, window.click, window.type_into, window.id
 time.sleep(2)
-
-
-def click(x, y):
-    xdotool("mousemove", "--window", wid, str(x), str(y + 19), "click", "1")
-
-
-def type_into(x, y, text):
-    click(x, y)
-    xdotool("key", "ctrl+a", "BackSpace")
-    xdotool("type", "--delay", "20", text)
 
 
 def documents():
@@ -111,6 +92,7 @@ for key in ("Right", "Down", "Right", "Left", "Up"):
     presses.append((key, time.time()))
     xdotool("key", key)
     time.sleep(1.5)
+time.sleep(2)
 print("program alive:", program.poll() is None)
 program.kill()
 if orca:

@@ -1,7 +1,7 @@
 # A screen reader's view of a program, spoken over AT-SPI's D-Bus protocol
 # with Gio: a private session bus with the accessibility bus and registry
 # (stopped by process id), and a client that walks a program's tree, reads
-# tables and presses actions.
+# tables and presses actions; and the program's window driven with xdotool.
 import os
 import signal
 import subprocess
@@ -171,3 +171,30 @@ class Reader:
         """The first object of that name (and role) that is shown and can be used."""
         return self.find(lambda ref: self.name(ref) == name and (role is None or self.role(ref) == role)
                          and self.state(ref, SHOWING) and self.state(ref, SENSITIVE))
+
+
+class Window:
+    """A program's window on an X display, driven as a person drives it."""
+
+    def __init__(self, display, pid):
+        self.display = display
+        self.id = ""
+        for _ in range(100):
+            self.id = self.xdotool("search", "--onlyvisible", "--pid", str(pid), "--name", "^Quillion$").split("\n")[0]
+            if self.id:
+                return
+            time.sleep(0.1)
+
+    def xdotool(self, *args):
+        return subprocess.run(["xdotool"] + list(args), env=dict(os.environ, DISPLAY=self.display),
+                              capture_output=True, text=True).stdout.strip()
+
+    def click(self, x, y):
+        """A click at a point of the page, below the 19-pixel menu bar."""
+        self.xdotool("mousemove", "--window", self.id, str(x), str(y + 19), "click", "1")
+
+    def type_into(self, x, y, text):
+        """Replaces a text box's text by typing."""
+        self.click(x, y)
+        self.xdotool("key", "ctrl+a", "BackSpace")
+        self.xdotool("type", "--delay", "20", text)

@@ -55,16 +55,12 @@ def finish(failure=None):
     sys.exit(1 if failure else 0)
 
 
-def xdotool(*args):
-    return subprocess.run(["xdotool"] + list(args), env=dict(os.environ, DISPLAY=display),
-                          capture_output=True, text=True).stdout.strip()
-
-
 try:
     reader = atspi.Reader(buses, "Quillion")
 except RuntimeError as error:
     finish(str(error))
-wid = xdotool("search", "--onlyvisible", "--pid", str(program.pid), "--name", "^Quillion$").split("\n")[0]
+window = atspi.Window(display, program.pid)
+xdotool, click, type_into = window.xdotool, window.click, window.type_into
 
 
 def title():
@@ -86,17 +82,6 @@ def wait_for(condition, what, seconds=30):
             return
         time.sleep(0.05)
     finish("waited %d s for %s; the title reads: %s" % (seconds, what, title()))
-
-
-def click(x, y):
-    """A click at a point of the page, below the 19-pixel menu bar."""
-    xdotool("mousemove", "--window", wid, str(x), str(y + 19), "click", "1")
-
-
-def type_into(x, y, text):
-    click(x, y)
-    xdotool("key", "ctrl+a", "BackSpace")
-    xdotool("type", "--delay", "20", text)
 
 
 def menu(*keys):
