@@ -256,7 +256,10 @@ class SurfaceAccessible : public QAccessibleWidget {
   void changed(const SurfaceChange& change) {
     sync(true);
     if (change.kind == SurfaceChange::Kind::CellNamed && change.cell.grid < tables_.size()) {
+      // A grid being drawn names every cell; the reader hears of the table
+      // once it is done, so only a change to a table it knows is news.
       TableAccessible* table = tables_[change.cell.grid].second;
+      if (!table->announced) return;
       if (QAccessibleInterface* cell = table->existingCell(change.cell.row, change.cell.column)) {
         QAccessibleEvent named(cell, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&named);
@@ -333,7 +336,9 @@ class SurfaceAccessible : public QAccessibleWidget {
 
   // New tables are announced after a pause, those still there then: a run
   // that fills pages many times a second would otherwise bury the reader
-  // under events for tables gone before it could look at them.
+  // under events for tables gone before it could look at them. Each is its
+  // own children-changed event: Qt 6.4's bridge turns a reorder of the
+  // surface into one signal per child, of a form readers reject.
   static constexpr int kAnnouncePause = 250;  // milliseconds
   void announceTables() const {
     if (!QAccessible::isActive()) return;
