@@ -45,7 +45,7 @@ for f in "$pages"/*; do
   pdfinfo "$f" | grep -q '^Page size: *842 x 595 pts (A4)' || fail "$f is not on the locale's A4 paper"
 done
 [ "$(ls -A "$pages" | grep -vc '\.pdf$')" -eq 0 ] || fail "something else was left: $(ls -A "$pages")"
-grep -q "^Quillion: no default printer.*; [12] pages\{0,1\} saved as $pages/quillion-.*\.pdf$" "$work/log" ||
+grep -q "^Quillion: the print service is not running; [12] pages\{0,1\} saved as $pages/quillion-.*\.pdf$" "$work/log" ||
   fail "no line on standard error saying where the pages went: $(cat "$work/log")"
 printed=$(ls "$out" | wc -l)
 kept=$(ls "$pages" | wc -l)

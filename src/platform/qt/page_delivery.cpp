@@ -1,9 +1,14 @@
-// Delivering a document: CUPS for the printer, QSaveFile for files.
+// Delivering a document: CUPS for the printer, checked writes for files.
 #include "platform/qt/page_delivery.h"
 
 #include <cups/cups.h>
 #include <cups/pwg.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QBuffer>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -12,9 +17,13 @@
 #include <QFile>
 #include <QLocale>
 #include <QPdfWriter>
-#include <QSaveFile>
+#include <QFileInfo>
 #include <QTemporaryFile>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <mutex>
+#include <set>
 
 namespace quill::qt {
 
@@ -27,14 +36,97 @@ void report(const QString& line) {
 
 QString pagesText(std::size_t pages) { return pages == 1 ? QString("1 page") : QString("%1 pages").arg(pages); }
 
-// quillion-YYYYMMDD-HHMMSS-NNN.pdf, the first number not yet taken.
+// quillion-YYYYMMDD-HHMMSS-NNN.pdf, the first number neither taken on the
+// disk nor handed out before in this run of the program: a name whose file
+// failed is not used again.
 QString freshPdfPath(const QString& folder) {
+  static std::mutex mutex;
+  static std::set<QString> handedOut;
+  const std::lock_guard lock(mutex);
   const QDir dir(folder);
   const QString stamp = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
   for (int sequence = 1;; ++sequence) {
     const QString path = dir.filePath(QString("quillion-%1-%2.pdf").arg(stamp).arg(sequence, 3, 10, QChar('0')));
-    if (!QFile::exists(path)) return path;
+    if (handedOut.count(path) == 0 && !QFile::exists(path)) {
+      handedOut.insert(path);
+      return path;
+    }
   }
+}
+
+// All of `size` bytes to `fd`, however the kernel splits the writes; false
+// (with errno) at the first that fails or writes nothing.
+bool writeAll(int fd, const char* data, std::size_t size) {
+  while (size > 0) {
+    const ssize_t written = ::write(fd, data, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) {
+      if (written == 0) errno = EIO;
+      return false;
+    }
+    data += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+// Gives the file its final name, never replacing another's.
+bool takeName(const QByteArray& temporary, const QByteArray& final) {
+  if (::renameat2(AT_FDCWD, temporary.constData(), AT_FDCWD, final.constData(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // A filesystem without that kind of rename: a hard link cannot replace a file either.
+  if (::link(temporary.constData(), final.constData()) != 0) return false;
+  ::unlink(temporary.constData());
+  return true;
+}
+
+// Writes `bytes` as the file `path`: into a hidden file beside it, every
+// write checked, synced to the disk and its size checked, and only then
+// under its final name. On any failure nothing is left, under either name.
+bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error) {
+  QByteArray temporary = QFile::encodeName(QFileInfo(path).dir().filePath(".quillion-XXXXXX.part"));
+  const auto failed = [&](const QString& reason) {
+    error = QString("cannot write %1 (%2)").arg(path, reason);
+    return false;
+  };
+  const int fd = ::mkstemps(temporary.data(), 5);
+  if (fd < 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));
+  struct stat written {};
+  bool whole = writeAll(fd, bytes.constData(), static_cast<std::size_t>(bytes.size())) && ::fsync(fd) == 0 &&
+               ::fstat(fd, &written) == 0;
+  QString reason = whole ? QString() : QString::fromLocal8Bit(std::strerror(errno));
+  if (whole && written.st_size != bytes.size()) {
+    whole = false;
+    reason = QString("%1 of %2 bytes reached the disk").arg(written.st_size).arg(bytes.size());
+  }
+  if (::close(fd) != 0 && whole) {
+    whole = false;
+    reason = QString::fromLocal8Bit(std::strerror(errno));
+  }
+  if (whole && !takeName(temporary, QFile::encodeName(path))) {
+    whole = false;
+    reason = QString::fromLocal8Bit(std::strerror(errno));
+  }
+  if (!whole) {
+    ::unlink(temporary.constData());
+    return failed(reason);
+  }
+  // The new name itself on the disk too.
+  const int folder = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
+  if (folder >= 0) {
+    ::fsync(folder);
+    ::close(folder);
+  }
+  return true;
+}
+
+// Whether the print service answers at all (CUPS: the local socket or the
+// server CUPS_SERVER names).
+bool printServiceAnswers() {
+  http_t* http = httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, 5000, nullptr);
+  if (http == nullptr) return false;
+  httpClose(http);
+  return true;
 }
 
 // A desktop notification naming the file, when a session bus and a
@@ -63,8 +155,10 @@ bool writeToFolder(const QString& folder, const std::vector<PageSnapshot>& pages
 // the printer cannot take it.
 bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& pages, QString& error) {
   QTemporaryFile job(QDir::temp().filePath("quillion-job-XXXXXX.pdf"));
-  if (!job.open() || !paintDocument(job, pages, printer.paper) || !job.flush() || job.error() != QFile::NoError) {
-    error = "the job could not be written: " + job.errorString();
+  QBuffer document;
+  if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, printer.paper) || !job.open() ||
+      !writeAll(job.handle(), document.data().constData(), static_cast<std::size_t>(document.data().size()))) {
+    error = QString("the job could not be written (%1)").arg(QString::fromLocal8Bit(std::strerror(errno)));
     return false;
   }
   job.close();
@@ -133,21 +227,14 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper,
                   QString& error) {
-  QSaveFile file(path);
-  // The painter reports success on a full disk: what counts is the file's own
-  // error state, which commit() checks before the file takes its name.
-  const auto failed = [&] {
-    const QString reason = file.error() == QFile::WriteError ? QString("a write failed; is the disk full?")
-                                                             : file.errorString();
-    error = QString("cannot write %1 (%2)").arg(path, reason);
-    return false;
-  };
-  if (!file.open(QIODevice::WriteOnly) || !paintDocument(file, pages, paper) || file.error() != QFile::NoError) {
-    failed();
-    file.cancelWriting();
+  // Painted in memory first: the painter neither sees nor reports a short
+  // write, so the file's own writes are made and checked one by one.
+  QBuffer document;
+  if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, paper)) {
+    error = QString("cannot write %1 (the pages could not be drawn)").arg(path);
     return false;
   }
-  return file.commit() || failed();
+  return writeWholeFile(path, document.data(), error);
 }
 
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
@@ -155,8 +242,10 @@ Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinati
   if (where.usePrinter) {
     if (const std::optional<Printer> printer = defaultPrinter()) {
       if (printDocument(*printer, pages, failure)) return {printer->name, false};
+    } else if (!printServiceAnswers()) {
+      // A print service that is down is no printer setting: say which it is.
+      failure = "the print service is not running";
     } else {
-      // Also when the print service is down or gone: the reason says which.
       failure = "no default printer";
       const ipp_status_t why = cupsLastError();
       if (why > IPP_STATUS_OK_EVENTS_COMPLETE && why != IPP_STATUS_ERROR_NOT_FOUND) {
