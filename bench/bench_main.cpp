@@ -85,7 +85,7 @@ void BM_SpoolToPdf(benchmark::State& state) {
   qt::FormView view(session.w);
   session.w.Command1.userClick();  // leaves an empty page; the controls are what is printed
   QTemporaryDir folder;
-  qt::PageSpooler spooler({folder.filePath("pages"), folder.filePath("spare"), false});
+  qt::PageSpooler spooler({.pagesFolder = folder.filePath("pages"), .spareFolder = folder.filePath("spare"), .usePrinter = false});
   const qt::PageSnapshot page = qt::takeSnapshot(view);
   const auto pages = static_cast<int>(state.range(0));
   for (auto _ : state) {

@@ -19,7 +19,7 @@ fail() {
 
 start_program() {
   for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
-  "$binary" >"$work/log" 2>&1 &
+  "$binary" "$@" >"$work/log" 2>&1 &
   pid=$!
   wid=""
   for _ in $(seq 50); do

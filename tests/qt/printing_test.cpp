@@ -45,7 +45,7 @@ class Printing : public ::testing::Test {
  protected:
   void SetUp() override {
     if (QStandardPaths::findExecutable("pdfinfo").isEmpty()) GTEST_SKIP() << "pdfinfo is not installed";
-    where = {folder.filePath("pages"), folder.filePath("spare"), false};
+    where = {.pagesFolder = folder.filePath("pages"), .spareFolder = folder.filePath("spare"), .usePrinter = false};
   }
   // Two documents, of 3 pages and of 48 pages, through a spooler.
   void printTwoDocuments() {

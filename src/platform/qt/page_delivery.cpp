@@ -70,8 +70,9 @@ bool writeAll(int fd, const char* data, std::size_t size) {
   return true;
 }
 
-// Gives the file its final name, never replacing another's.
-bool takeName(const QByteArray& temporary, const QByteArray& final) {
+// Gives the file its final name, replacing another's only when asked.
+bool takeName(const QByteArray& temporary, const QByteArray& final, bool replace) {
+  if (replace) return ::rename(temporary.constData(), final.constData()) == 0;
   if (::renameat2(AT_FDCWD, temporary.constData(), AT_FDCWD, final.constData(), RENAME_NOREPLACE) == 0) return true;
   if (errno != EINVAL && errno != ENOSYS) return false;
   // A filesystem without that kind of rename: a hard link cannot replace a file either.
@@ -83,7 +84,7 @@ bool takeName(const QByteArray& temporary, const QByteArray& final) {
 // Writes `bytes` as the file `path`: into a hidden file beside it, every
 // write checked, synced to the disk and its size checked, and only then
 // under its final name. On any failure nothing is left, under either name.
-bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error) {
+bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error, bool replace) {
   QByteArray temporary = QFile::encodeName(QFileInfo(path).dir().filePath(".quillion-XXXXXX.part"));
   const auto failed = [&](const QString& reason) {
     error = QString("cannot write %1 (%2)").arg(path, reason);
@@ -103,7 +104,7 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error
     whole = false;
     reason = QString::fromLocal8Bit(std::strerror(errno));
   }
-  if (whole && !takeName(temporary, QFile::encodeName(path))) {
+  if (whole && !takeName(temporary, QFile::encodeName(path), replace)) {
     whole = false;
     reason = QString::fromLocal8Bit(std::strerror(errno));
   }
@@ -142,13 +143,26 @@ void notifyFile(const QString& path, std::size_t pages) {
   bus.call(call, QDBus::NoBlock);
 }
 
-bool writeToFolder(const QString& folder, const std::vector<PageSnapshot>& pages, QString& path, QString& error) {
+bool writeToFolder(const QString& folder, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& path,
+                   QString& error) {
   if (!QDir().mkpath(folder)) {
     error = QString("cannot create %1").arg(folder);
     return false;
   }
   path = freshPdfPath(folder);
-  return writePdfFile(path, pages, localePaper(), error);
+  return writePdfFile(path, pages, paper, error);
+}
+
+// The document as the one file asked for, or on standard output.
+bool writeOutput(const QString& output, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error) {
+  if (output != "-") return writePdfFile(output, pages, paper, error, true);
+  QBuffer document;
+  if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, paper) ||
+      !writeAll(STDOUT_FILENO, document.data().constData(), static_cast<std::size_t>(document.data().size()))) {
+    error = QString("cannot write to standard output (%1)").arg(QString::fromLocal8Bit(std::strerror(errno)));
+    return false;
+  }
+  return true;
 }
 
 // Sends the document to the printer as a PDF job; false with the reason when
@@ -175,16 +189,20 @@ bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& page
 
 Destinations defaultDestinations() {
   const QString user = qEnvironmentVariable("USER", "user");
-  return {QDir::home().filePath("Quillion/pages"), QDir::temp().filePath("quillion-pages-" + user), true};
+  return {.pagesFolder = QDir::home().filePath("Quillion/pages"),
+          .spareFolder = QDir::temp().filePath("quillion-pages-" + user)};
 }
 
-std::optional<Printer> defaultPrinter() {
-  cups_dest_t* dest = cupsGetNamedDest(CUPS_HTTP_DEFAULT, nullptr, nullptr);
+std::optional<Printer> defaultPrinter() { return findPrinter({}); }
+
+std::optional<Printer> findPrinter(const QString& name) {
+  const QByteArray queue = name.toLocal8Bit();
+  cups_dest_t* dest = cupsGetNamedDest(CUPS_HTTP_DEFAULT, name.isEmpty() ? nullptr : queue.constData(), nullptr);
   if (dest == nullptr) return std::nullopt;
   Printer printer{QString::fromLocal8Bit(dest->name), localePaper()};
   // CUPS measures media in hundredths of a millimetre.
-  const auto paper = [](int width, int length, const char* name) {
-    return QPageSize(QSizeF(width / 100.0, length / 100.0), QPageSize::Millimeter, QString::fromLocal8Bit(name),
+  const auto paper = [](int width, int length, const char* label) {
+    return QPageSize(QSizeF(width / 100.0, length / 100.0), QPageSize::Millimeter, QString::fromLocal8Bit(label),
                      QPageSize::FuzzyMatch);
   };
   // The queue's own default ("lpadmin -o media=..."), else what the printer says.
@@ -225,8 +243,8 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
   return painter.end();
 }
 
-bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper,
-                  QString& error) {
+bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
+                  bool replace) {
   // Painted in memory first: the painter neither sees nor reports a short
   // write, so the file's own writes are made and checked one by one.
   QBuffer document;
@@ -234,19 +252,27 @@ bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, c
     error = QString("cannot write %1 (the pages could not be drawn)").arg(path);
     return false;
   }
-  return writeWholeFile(path, document.data(), error);
+  return writeWholeFile(path, document.data(), error, replace);
 }
 
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
+  const QPageSize filePaper = where.paper.value_or(localePaper());
+  if (!where.outputFile.isEmpty()) {
+    QString error;
+    if (writeOutput(where.outputFile, pages, filePaper, error)) return {where.outputFile, true};
+    report(error);
+    return {};
+  }
   QString failure = "printing to files";
   if (where.usePrinter) {
-    if (const std::optional<Printer> printer = defaultPrinter()) {
+    if (std::optional<Printer> printer = findPrinter(where.printerName)) {
+      if (where.paper) printer->paper = *where.paper;
       if (printDocument(*printer, pages, failure)) return {printer->name, false};
     } else if (!printServiceAnswers()) {
       // A print service that is down is no printer setting: say which it is.
       failure = "the print service is not running";
     } else {
-      failure = "no default printer";
+      failure = where.printerName.isEmpty() ? QString("no default printer") : QString("no printer %1").arg(where.printerName);
       const ipp_status_t why = cupsLastError();
       if (why > IPP_STATUS_OK_EVENTS_COMPLETE && why != IPP_STATUS_ERROR_NOT_FOUND) {
         failure += QString(" (%1)").arg(QString::fromLocal8Bit(cupsLastErrorString()));
@@ -256,7 +282,7 @@ Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinati
   QString path;
   QString error;
   for (const QString& folder : {where.pagesFolder, where.spareFolder}) {
-    if (writeToFolder(folder, pages, path, error)) {
+    if (writeToFolder(folder, pages, filePaper, path, error)) {
       report(QString("%1; %2 saved as %3").arg(failure, pagesText(pages.size()), path));
       notifyFile(path, pages.size());
       return {path, true};

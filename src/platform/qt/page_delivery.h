@@ -18,6 +18,11 @@ struct Destinations {
   QString pagesFolder;  // ~/Quillion/pages
   QString spareFolder;  // in the temporary directory, for when the first cannot be written
   bool usePrinter = true;
+  QString printerName{};             // a CUPS queue; empty: the default printer
+  std::optional<QPageSize> paper{};  // none: the printer's, and the locale's for files
+  // One file that every document is written to instead, replacing what was
+  // there ("-": standard output); nothing else is tried when it fails.
+  QString outputFile{};
 };
 Destinations defaultDestinations();
 
@@ -28,6 +33,8 @@ struct Printer {
   QPageSize paper;
 };
 std::optional<Printer> defaultPrinter();
+// A queue by its name; the default printer when the name is empty.
+std::optional<Printer> findPrinter(const QString& name);
 
 // Paper for files: Letter where the locale measures in inches, else A4.
 QPageSize localePaper();
@@ -37,8 +44,10 @@ QPageSize localePaper();
 bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, const QPageSize& paper);
 
 // Writes the document under `path` only when it was written completely;
-// otherwise no file appears and `error` says why.
-bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error);
+// otherwise no file appears and `error` says why. A file already there is
+// replaced only when asked.
+bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
+                  bool replace = false);
 
 // Where a document went: the printer's name or the file's path; empty when
 // every destination failed.

@@ -41,6 +41,11 @@ int PageSpooler::deliveredCount() const {
   return delivered_;
 }
 
+int PageSpooler::lostCount() const {
+  const std::lock_guard lock(mutex_);
+  return lost_;
+}
+
 void PageSpooler::work() {
   std::unique_lock lock(mutex_);
   for (;;) {
@@ -51,10 +56,11 @@ void PageSpooler::work() {
     ready_.pop_front();
     delivering_ = true;
     lock.unlock();
-    deliverDocument(document, where_);
+    const bool lost = deliverDocument(document, where_).place.isEmpty();
     lock.lock();
     delivering_ = false;
     ++delivered_;
+    lost_ += lost ? 1 : 0;
     idle_.notify_all();
   }
 }

@@ -30,8 +30,9 @@ class PageSpooler {
   // delivered, at most `limit`; true when all were.
   bool finish(std::chrono::milliseconds limit);
 
-  // Documents delivered so far.
+  // Documents delivered so far, and of those the ones that went nowhere.
   int deliveredCount() const;
+  int lostCount() const;
 
  private:
   void work();
@@ -45,6 +46,7 @@ class PageSpooler {
   bool delivering_ = false;
   bool stopping_ = false;
   int delivered_ = 0;
+  int lost_ = 0;
   std::thread worker_;  // last: it starts once everything above is there
 };
 

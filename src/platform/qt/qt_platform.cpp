@@ -37,7 +37,12 @@ void QtPlatform::waitForEvents() {
 double QtPlatform::random() { return random_.next(); }
 
 void QtPlatform::seedRandom(double secondsSinceMidnight) {
-  random_.seed(std::bit_cast<std::uint64_t>(secondsSinceMidnight));
+  random_.seed(seed_.value_or(std::bit_cast<std::uint64_t>(secondsSinceMidnight)));
+}
+
+int QtPlatform::finishPrinting(std::chrono::milliseconds limit) {
+  spooler_.finish(limit);
+  return spooler_.lostCount();
 }
 
 double QtPlatform::secondsSinceMidnight() {

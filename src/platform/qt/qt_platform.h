@@ -1,7 +1,10 @@
 // The platform operations carried out with Qt: window, printer, event loop.
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "platform/platform.h"
 #include "platform/qt/page_spooler.h"
@@ -13,6 +16,11 @@ class FormView;
 
 class QtPlatform : public Platform {
  public:
+  // Pages go to `where`; with a seed, the window's draws are the same every
+  // time instead of following the time of day.
+  explicit QtPlatform(Destinations where = defaultDestinations(), std::optional<std::uint64_t> seed = {})
+      : seed_(seed), spooler_(std::move(where)) {}
+
   // Attaches the window that maximising, printing and refreshing act on.
   void attach(FormView* view) { view_ = view; }
 
@@ -27,8 +35,13 @@ class QtPlatform : public Platform {
   double secondsSinceMidnight() override;
   [[noreturn]] void endProgram() override;
 
+  // Waits until every page handed over is delivered, at most `limit`; the
+  // documents that went nowhere.
+  int finishPrinting(std::chrono::milliseconds limit);
+
  private:
   FormView* view_ = nullptr;
+  std::optional<std::uint64_t> seed_;
   RandomSource random_;
   PageSpooler spooler_;
 };

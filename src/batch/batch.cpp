@@ -1,0 +1,249 @@
+// Parsing the command line, and the batch run: the window's own controls
+// set through its model as a person sets them, "Create" pressed, the pages
+// delivered, the program ended.
+#include "batch/batch.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+#include <cmath>
+#include <cstring>
+#include <memory>
+
+#include "platform/qt/form_view.h"
+#include "platform/qt/qt_platform.h"
+#include "screens/size_entry.h"
+#include "window/main_window.h"
+
+namespace quill::batch {
+
+namespace {
+
+bool isSeedOption(const char* argument) { return std::strncmp(argument, "--seed", 6) == 0; }
+
+// A whole number as the option's text, or none.
+std::optional<long long> wholeNumber(const QString& text) {
+  bool ok = false;
+  const long long value = text.toLongLong(&ok);
+  return ok ? std::optional<long long>(value) : std::nullopt;
+}
+
+// Types the text into a box as a person would: the box emptied, then one
+// character at a time, each key released.
+void typeInto(Control& box, const QString& text) {
+  const std::string typed = text.toStdString();
+  box.userEdit("");
+  box.userKeyUp(0);
+  for (std::size_t length = 1; length <= typed.size(); ++length) {
+    box.userEdit(typed.substr(0, length));
+    const char key = typed[length - 1];
+    box.userKeyUp(std::isalnum(static_cast<unsigned char>(key)) ? std::toupper(static_cast<unsigned char>(key)) : 0);
+  }
+}
+
+void setBox(Control& box, bool checked) {
+  if (box.checked() != checked) box.userClick();
+}
+
+// The window's inputs, given to it in the order a person would: the size
+// first (it sets the print count that fills a page), then the numbers, the
+// menus and the properties page.
+void applyInputs(MainWindow& w, const Inputs& in) {
+  if (in.size) typeInto(w.Text2, *in.size);
+  if (in.start) typeInto(w.text4, *in.start);
+  if (in.distance) typeInto(w.Text5, *in.distance);
+  if (in.count) typeInto(w.Text1, *in.count);
+  if (in.blanks) typeInto(w.Text3, *in.blanks);
+  if (in.randomStartLimit) {
+    setBox(w.Check1, true);
+    typeInto(w.Text7, *in.randomStartLimit);
+  }
+  if (in.print) (*in.print == "squares" ? w.panswers : *in.print == "puzzles" ? w.ppuzzles : w.pboth).userClick();
+  if (in.shaded) (*in.shaded ? w.highlighted : w.nhighlighted).userClick();
+  if (in.difficulty) (*in.difficulty == "easy" ? w.easy : w.challenging).userClick();
+  const bool anyProperty = in.mainLines || in.allDiagonals ||
+                           std::any_of(in.families.begin(), in.families.end(), [](const auto& f) { return f.has_value(); });
+  if (!anyProperty) return;
+  w.chooseproperties.userClick();
+  if (in.mainLines) setBox(w.Check2, *in.mainLines);
+  if (in.allDiagonals) setBox(w.Check3, *in.allDiagonals);
+  Control* const pairs[4][2] = {{&w.Check4, &w.Check5}, {&w.Check6, &w.Check7}, {&w.Check8, &w.Check9},
+                                {&w.Check10, &w.Check11}};
+  for (std::size_t i = 0; i < 4; ++i) {
+    if (!in.families[i]) continue;
+    setBox(*pairs[i][0], *in.families[i] == "main");
+    setBox(*pairs[i][1], *in.families[i] == "all");
+  }
+  w.Command6.userClick();
+}
+
+}  // namespace
+
+bool asksForBatch(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (isSeedOption(argv[i])) {
+      if (std::strcmp(argv[i], "--seed") == 0) ++i;  // its value follows
+      continue;
+    }
+    return true;
+  }
+  return false;
+}
+
+Request parseArguments(const QStringList& arguments, bool batch) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      "Builds complete magic squares, puzzles and answer pages, and prints them without a window.\n"
+      "Without options the window opens; with --seed alone it opens with its draws seeded.");
+  const auto option = [&](const char* name, const char* help, const char* value = nullptr,
+                          const char* byDefault = nullptr) {
+    QCommandLineOption o(name, QString(help) + (byDefault ? QString(" (default: %1)").arg(byDefault) : QString()));
+    if (value != nullptr) o.setValueName(value);
+    parser.addOption(o);
+  };
+  option("size", "Size of Square (Prime Number): a prime from 5 to 101.", "N", "5");
+  option("count", "Print how many squares? At least 1.", "N", "as many as fill a page");
+  option("start", "Starting Number.", "N", "1");
+  option("distance", "Distance Between Numbers.", "N", "1");
+  option("random-start", "Choose a random starting number, allowing this many different ones.", "LIMIT", "off");
+  option("print", "What is printed: squares, puzzles, or both puzzles and answers.", "squares|puzzles|both", "both");
+  option("shaded", "Answer pages with the former blanks shaded (default).");
+  option("plain", "Answer pages without shading.");
+  option("difficulty", "Puzzle difficulty.", "easy|challenging", "challenging");
+  option("blanks", "Leave how many blanks? At least 1.", "N", "100");
+  option("main-lines", "Include main diagonals and lines.", "on|off", "on");
+  option("all-diagonals", "Include all diagonals.", "on|off", "off");
+  option("cross-diagonals", "5 by 5: cross-diagonals, only the main ones or all.", "off|main|all", "off");
+  option("cross-lines", "5 by 5: cross-lines.", "off|main|all", "off");
+  option("scattered-cross-diagonals", "5 by 5: scattered cross-diagonals.", "off|main|all", "off");
+  option("scattered-cross-lines", "5 by 5: scattered cross-lines.", "off|main|all", "off");
+  option("output", "Write the pages as one PDF file (- for standard output) instead of printing them.", "FILE");
+  option("printer", "Print on this CUPS queue.", "NAME", "the default printer");
+  option("paper", "Paper size.", "a4|letter", "the printer's, and the locale's for files");
+  option("seed", "Seed the random draws: the same seed makes the same pages.", "N", "the time of day");
+  option("quiet", "Say nothing but errors.");
+  parser.addHelpOption();
+  parser.addVersionOption();
+
+  Request request;
+  request.kind = batch ? Request::Kind::Batch : Request::Kind::Window;
+  const auto invalid = [&](const QString& why) {
+    request.kind = Request::Kind::Invalid;
+    request.text = why;
+    return request;
+  };
+  if (!parser.parse(arguments)) return invalid(parser.errorText());
+  if (parser.isSet("help")) {
+    request.kind = Request::Kind::Help;
+    request.text = parser.helpText();
+    return request;
+  }
+  if (parser.isSet("version")) {
+    request.kind = Request::Kind::Version;
+    request.text = QCoreApplication::applicationName() + " " + QCoreApplication::applicationVersion() + "\n";
+    return request;
+  }
+  if (!parser.positionalArguments().isEmpty()) {
+    return invalid(QString("unexpected argument '%1'").arg(parser.positionalArguments().first()));
+  }
+  if (parser.isSet("seed")) {
+    bool ok = false;
+    request.seed = parser.value("seed").toULongLong(&ok);
+    if (!ok) return invalid(QString("--seed needs a whole number from 0, not '%1'").arg(parser.value("seed")));
+  }
+
+  Inputs& in = request.inputs;
+  // Whole numbers with a least value; plain numbers (the window's boxes take decimals and signs).
+  const struct {
+    const char* name;
+    std::optional<QString>* into;
+    long long least;
+  } wholes[] = {{"size", &in.size, 5}, {"count", &in.count, 1}, {"blanks", &in.blanks, 1},
+                {"random-start", &in.randomStartLimit, 1}};
+  for (const auto& [name, into, least] : wholes) {
+    if (!parser.isSet(name)) continue;
+    const QString text = parser.value(name);
+    const std::optional<long long> value = wholeNumber(text);
+    if (!value) return invalid(QString("--%1 needs a whole number, not '%2'").arg(name, text));
+    if (*value < least) return invalid(QString("--%1 must be at least %2, not %3").arg(name).arg(least).arg(*value));
+    *into = QString::number(*value);
+  }
+  if (in.size) {
+    const long long n = in.size->toLongLong();
+    if (n > 101 || !isPrimeSizeEntry(static_cast<double>(n))) {
+      return invalid(QString("--size must be a prime from 5 to 101, not %1").arg(n));
+    }
+  }
+  for (const auto& [name, into] : {std::pair{"start", &in.start}, {"distance", &in.distance}}) {
+    if (!parser.isSet(name)) continue;
+    bool ok = false;
+    const double value = parser.value(name).toDouble(&ok);
+    if (!ok || !std::isfinite(value)) return invalid(QString("--%1 needs a number, not '%2'").arg(name, parser.value(name)));
+    *into = parser.value(name);
+  }
+
+  const auto choose = [&](const char* name, const QStringList& values, std::optional<QString>& into) {
+    if (!parser.isSet(name)) return true;
+    if (!values.contains(parser.value(name))) return false;
+    into = parser.value(name);
+    return true;
+  };
+  std::optional<QString> mainLines, allDiagonals;
+  const struct {
+    const char* name;
+    QStringList values;
+    std::optional<QString>* into;
+  } choices[] = {{"print", {"squares", "puzzles", "both"}, &in.print},
+                 {"difficulty", {"easy", "challenging"}, &in.difficulty},
+                 {"main-lines", {"on", "off"}, &mainLines},
+                 {"all-diagonals", {"on", "off"}, &allDiagonals},
+                 {"cross-diagonals", {"off", "main", "all"}, &in.families[0]},
+                 {"cross-lines", {"off", "main", "all"}, &in.families[1]},
+                 {"scattered-cross-diagonals", {"off", "main", "all"}, &in.families[2]},
+                 {"scattered-cross-lines", {"off", "main", "all"}, &in.families[3]}};
+  for (const auto& [name, values, into] : choices) {
+    if (!choose(name, values, *into)) {
+      return invalid(QString("--%1 must be %2, not '%3'").arg(name, values.join(" or "), parser.value(name)));
+    }
+  }
+  if (mainLines) in.mainLines = *mainLines == "on";
+  if (allDiagonals) in.allDiagonals = *allDiagonals == "on";
+  if (parser.isSet("shaded") && parser.isSet("plain")) return invalid("--shaded and --plain cannot both be given");
+  if (parser.isSet("shaded") || parser.isSet("plain")) in.shaded = parser.isSet("shaded");
+
+  request.paper = parser.value("paper");
+  if (parser.isSet("paper") && request.paper != "a4" && request.paper != "letter") {
+    return invalid(QString("--paper must be a4 or letter, not '%1'").arg(request.paper));
+  }
+  request.output = parser.value("output");
+  if (parser.isSet("output") && request.output != "-") {
+    const QFileInfo file(request.output);
+    if (request.output.isEmpty() || file.isDir()) return invalid("--output needs a file name");
+    if (!file.absoluteDir().exists()) return invalid(QString("--output: no folder %1").arg(file.absolutePath()));
+  }
+  request.printer = parser.value("printer");
+  request.quiet = parser.isSet("quiet");
+  return request;
+}
+
+int runBatch(const Request& request) {
+  qt::Destinations where = qt::defaultDestinations();
+  where.outputFile = request.output;
+  where.printerName = request.printer;
+  if (request.paper == "a4") where.paper = QPageSize(QPageSize::A4);
+  if (request.paper == "letter") where.paper = QPageSize(QPageSize::Letter);
+  qt::QtPlatform platform(where, request.seed);
+  auto window = std::make_unique<MainWindow>(platform);
+  qt::FormView view(*window);  // never shown: it lays out the controls that are printed
+  platform.attach(&view);
+  window->userActivate();
+  applyInputs(*window, request.inputs);
+  window->Command1.userClick();
+  return platform.finishPrinting(std::chrono::minutes(30)) == 0 ? 0 : 1;
+}
+
+}  // namespace quill::batch

@@ -1,0 +1,65 @@
+#!/bin/sh
+# End to end on the command line: a batch runs without any display and writes
+# one PDF; bad input is one line on standard error, exit status 2 and nothing
+# written; a file that cannot be written is one line and exit status 1; and
+# the window started with the same seed prints, word for word and place for
+# place, what the batch wrote.
+# Usage: batch.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY for the window)
+set -u
+binary=$1
+. "$(dirname "$0")/common.sh"
+export CUPS_SERVER="$work/no-cups.sock" LC_ALL=C
+
+batch() { env -u DISPLAY -u WAYLAND_DISPLAY "$binary" "$@"; }
+
+batch --seed 11 --output "$work/batch.pdf" 2>"$work/err" || fail "the batch failed: $(cat "$work/err")"
+[ ! -s "$work/err" ] || fail "the batch said: $(cat "$work/err")"
+[ "$(pdfinfo "$work/batch.pdf" | sed -n 's/^Pages: *//p')" = 2 ] || fail "the batch did not write a puzzle page and its answers"
+
+batch --help >"$work/help" || fail "--help failed"
+for option in size count start distance random-start print shaded plain difficulty blanks main-lines \
+  all-diagonals cross-diagonals cross-lines scattered-cross-diagonals scattered-cross-lines output printer paper \
+  seed quiet; do
+  grep -q -- "--$option" "$work/help" || fail "--help does not list --$option"
+done
+
+# Each bad input: status 2, one line, nothing written.
+while read -r arguments; do
+  # shellcheck disable=SC2086
+  batch $arguments --output "$work/bad.pdf" 2>"$work/err"
+  status=$?
+  [ "$status" -eq 2 ] || fail "'$arguments' ended with status $status"
+  [ "$(wc -l <"$work/err")" -eq 1 ] || fail "'$arguments' said: $(cat "$work/err")"
+  [ ! -e "$work/bad.pdf" ] || fail "'$arguments' wrote a file"
+done <<'BAD'
+--size 9
+--size 103
+--count 0
+--count 3x
+--blanks 0
+--start 1..2
+--distance x
+--print answers
+--shaded --plain
+--frobnicate
+--seed -1
+stray
+BAD
+batch --output "$work/no/such/folder.pdf" 2>"$work/err"
+[ $? -eq 2 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output folder that does not exist: $(cat "$work/err")"
+batch --output /proc/quillion.pdf 2>"$work/err"
+[ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output that cannot be written: $(cat "$work/err")"
+
+# The window with the same seed, "Create" with its start-up settings.
+start_program --seed 11
+xdotool mousemove --window "$wid" 328 190 click 1
+for _ in $(seq 100); do grep -q " saved as " "$work/log" && break; sleep 0.1; done
+window=$(sed -n 's/.* saved as \(.*\)$/\1/p' "$work/log" | head -1)
+[ -n "$window" ] || fail "the window kept no pages: $(cat "$work/log")"
+quit_program
+pdftotext -bbox "$window" - | grep '<word' >"$work/window.words"
+pdftotext -bbox "$work/batch.pdf" - | grep '<word' >"$work/batch.words"
+[ "$(wc -l <"$work/batch.words")" -gt 125 ] || fail "the batch's pages hold too few words"
+cmp -s "$work/window.words" "$work/batch.words" || fail "the window's pages differ from the batch's: $(diff "$work/window.words" "$work/batch.words" | head -5)"
+rm -rf "$work"
+echo "ok: a batch without a display, bad input refused, and the window's pages on the same seed"
