@@ -3,6 +3,8 @@
 // delivered, the program ended.
 #include "batch/batch.h"
 
+#include <unistd.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -11,9 +13,13 @@
 #include <cctype>
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string>
 
+#include "construction/page_geometry.h"
+#include "platform/number_text.h"
 #include "platform/qt/form_view.h"
 #include "platform/qt/qt_platform.h"
 #include "screens/size_entry.h"
@@ -56,7 +62,6 @@ void applyInputs(MainWindow& w, const Inputs& in) {
   if (in.size) typeInto(w.Text2, *in.size);
   if (in.start) typeInto(w.text4, *in.start);
   if (in.distance) typeInto(w.Text5, *in.distance);
-  if (in.count) typeInto(w.Text1, *in.count);
   if (in.blanks) typeInto(w.Text3, *in.blanks);
   if (in.randomStartLimit) {
     setBox(w.Check1, true);
@@ -80,6 +85,47 @@ void applyInputs(MainWindow& w, const Inputs& in) {
   }
   w.Command6.userClick();
 }
+
+// How many pages a batch of `squares` prints: pages of squares, or each
+// square's tiles when it is larger than the page; each with its answers
+// when those are asked for.
+long long pagesAsked(const MainWindow& w, long long squares) {
+  const int n = w.state().squareSize;
+  const long long perPage = w.state().printChoice == PrintChoice::PuzzlesAndAnswers ? 2 : 1;
+  if (page::largerThanPage(n, w.cellWidth())) {
+    return squares * perPage * static_cast<long long>(page::tiles(n, page::tileSize(n, w.cellWidth())).size());
+  }
+  const long long capacity = page::pageCapacity(n, w.cellWidth());
+  return (squares + capacity - 1) / capacity * perPage;
+}
+
+// One line on a terminal, redrawn in place: pages made of pages asked, and
+// the rate; shown only once the batch has taken a second.
+class Progress {
+ public:
+  Progress(long long asked, bool shown) : asked_(asked), shown_(shown), started_(Clock::now()) {}
+  ~Progress() {
+    if (drawn_) std::fputc('\n', stderr);
+  }
+  void pagePrinted() {
+    ++made_;
+    const double seconds = std::chrono::duration<double>(Clock::now() - started_).count();
+    if (!shown_ || seconds < 1 || (made_ < asked_ && Clock::now() - lastDrawn_ < std::chrono::milliseconds(100))) return;
+    lastDrawn_ = Clock::now();
+    const long long total = std::max(made_, asked_);
+    const int filled = static_cast<int>(30 * made_ / total);
+    std::fprintf(stderr, "\r[%s%s] %lld of %lld pages, %.0f pages/s ", std::string(filled, '#').c_str(),
+                 std::string(30 - filled, '.').c_str(), made_, total, static_cast<double>(made_) / seconds);
+    std::fflush(stderr);
+    drawn_ = true;
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  long long asked_, made_ = 0;
+  bool shown_, drawn_ = false;
+  Clock::time_point started_, lastDrawn_;
+};
 
 }  // namespace
 
@@ -237,12 +283,27 @@ int runBatch(const Request& request) {
   if (request.paper == "a4") where.paper = QPageSize(QPageSize::A4);
   if (request.paper == "letter") where.paper = QPageSize(QPageSize::Letter);
   qt::QtPlatform platform(where, request.seed);
+  platform.oneDocument = true;
   auto window = std::make_unique<MainWindow>(platform);
-  qt::FormView view(*window);  // never shown: it lays out the controls that are printed
+  MainWindow& w = *window;
+  qt::FormView view(w);  // never shown: it lays out the controls that are printed
   platform.attach(&view);
-  window->userActivate();
-  applyInputs(*window, request.inputs);
-  window->Command1.userClick();
+  w.userActivate();
+  applyInputs(w, request.inputs);
+
+  // The window prints at most a page of squares a run ("Fill Page"): a
+  // longer batch is "Create" pressed again, the last page's count typed in,
+  // the draws going on from where the run before left them.
+  const long long capacity = page::pageCapacity(w.state().squareSize, w.cellWidth());
+  long long left = request.inputs.count ? request.inputs.count->toLongLong() : capacity;
+  Progress progress(pagesAsked(w, left), !request.quiet && ::isatty(STDERR_FILENO) != 0);
+  platform.onPagePrinted = [&progress] { progress.pagePrinted(); };
+  while (left > 0) {
+    const long long squares = std::min(left, capacity);
+    if (numericValue(w.Text1.text()) != static_cast<double>(squares)) typeInto(w.Text1, QString::number(squares));
+    w.Command1.userClick();
+    left -= squares;
+  }
   return platform.finishPrinting(std::chrono::minutes(30)) == 0 ? 0 : 1;
 }
 

@@ -18,9 +18,12 @@ void QtPlatform::maximiseWindow() {
 
 void QtPlatform::printWindow() {
   if (view_ != nullptr) spooler_.submit(takeSnapshot(*view_));
+  if (onPagePrinted) onPagePrinted();
 }
 
-void QtPlatform::endDocument() { spooler_.endDocument(); }
+void QtPlatform::endDocument() {
+  if (!oneDocument) spooler_.endDocument();
+}
 
 void QtPlatform::refreshWindow() {
   if (view_ == nullptr) return;

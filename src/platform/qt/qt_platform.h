@@ -38,6 +38,11 @@ class QtPlatform : public Platform {
   // Waits until every page handed over is delivered, at most `limit`; the
   // documents that went nowhere.
   int finishPrinting(std::chrono::milliseconds limit);
+  // Told of every page handed over for printing.
+  std::function<void()> onPagePrinted;
+  // All runs' pages as one document, ended by finishPrinting (a batch of
+  // several pages of squares is one file).
+  bool oneDocument = false;
 
  private:
   FormView* view_ = nullptr;
