@@ -89,13 +89,12 @@ void applyInputs(MainWindow& w, const Inputs& in) {
 // How many pages a batch of `squares` prints: pages of squares, or each
 // square's tiles when it is larger than the page; each with its answers
 // when those are asked for.
-long long pagesAsked(const MainWindow& w, long long squares) {
+long long pagesAsked(const MainWindow& w, long long squares, long long capacity) {
   const int n = w.state().squareSize;
   const long long perPage = w.state().printChoice == PrintChoice::PuzzlesAndAnswers ? 2 : 1;
   if (page::largerThanPage(n, w.cellWidth())) {
     return squares * perPage * static_cast<long long>(page::tiles(n, page::tileSize(n, w.cellWidth())).size());
   }
-  const long long capacity = page::pageCapacity(n, w.cellWidth());
   return (squares + capacity - 1) / capacity * perPage;
 }
 
@@ -294,9 +293,12 @@ int runBatch(const Request& request) {
   // The window prints at most a page of squares a run ("Fill Page"): a
   // longer batch is "Create" pressed again, the last page's count typed in,
   // the draws going on from where the run before left them.
-  const long long capacity = page::pageCapacity(w.state().squareSize, w.cellWidth());
+  // "Fill Page" ticked anew puts a page's worth into the print count.
+  if (w.Check12.checked()) w.Check12.userClick();
+  w.Check12.userClick();
+  const auto capacity = static_cast<long long>(numericValue(w.Text1.text()));
   long long left = request.inputs.count ? request.inputs.count->toLongLong() : capacity;
-  Progress progress(pagesAsked(w, left), !request.quiet && ::isatty(STDERR_FILENO) != 0);
+  Progress progress(pagesAsked(w, left, capacity), !request.quiet && ::isatty(STDERR_FILENO) != 0);
   platform.onPagePrinted = [&progress] { progress.pagePrinted(); };
   while (left > 0) {
     const long long squares = std::min(left, capacity);
