@@ -235,24 +235,31 @@ def orange_pixels():
                               capture_output=True, text=True).stdout.strip() or 0)
 
 
-# The main page in its colours: the orange labels cover thousands of pixels.
-wait_for(lambda: orange_pixels() > 3000, "the main page in its colours", 10)
-walking("a run printed until Q", run_until_q)
-walking("a 101 by 101 run with puzzles and answers", run_101)
-walking("practice with New Square and Start Over", practise)
-ticks = cpu_ticks()  # practice waits asleep: no CPU time over a second
-time.sleep(1)
-if cpu_ticks() - ticks > 5:
-    finish("waiting for the player took %d ticks of CPU in one second" % (cpu_ticks() - ticks))
-solve_through_atspi()
-solve_by_keyboard()
-print("solved through AT-SPI and by keyboard: " + title())
-menu("Down", "Down", "Down", "Return")  # Quit playing
-wait_for(lambda: title() == "Quillion", "Quit playing")
-walking("a change of pages", switch_pages)
-menu("Down", "Return")  # Options > Quit
+def scenario():
+    # The main page in its colours: the orange labels cover thousands of pixels.
+    wait_for(lambda: orange_pixels() > 3000, "the main page in its colours", 10)
+    walking("a run printed until Q", run_until_q)
+    walking("a 101 by 101 run with puzzles and answers", run_101)
+    walking("practice with New Square and Start Over", practise)
+    ticks = cpu_ticks()  # practice waits asleep: no CPU time over a second
+    time.sleep(1)
+    if cpu_ticks() - ticks > 5:
+        finish("waiting for the player took %d ticks of CPU in one second" % (cpu_ticks() - ticks))
+    solve_through_atspi()
+    solve_by_keyboard()
+    print("solved through AT-SPI and by keyboard: " + title())
+    menu("Down", "Down", "Down", "Return")  # Quit playing
+    wait_for(lambda: title() == "Quillion", "Quit playing")
+    walking("a change of pages", switch_pages)
+    menu("Down", "Return")  # Options > Quit
+    try:
+        status = program.wait(10)
+    except subprocess.TimeoutExpired:
+        finish("still running after Quit")
+    finish(None if status == 0 else "Quit ended the program with status %d" % status)
+
+
 try:
-    status = program.wait(10)
-except subprocess.TimeoutExpired:
-    finish("still running after Quit")
-finish(None if status == 0 else "Quit ended the program with status %d" % status)
+    scenario()
+except Exception as error:  # the program stopped answering or went away: end it, and the buses, all the same
+    finish("%s: %s" % (type(error).__name__, error))
