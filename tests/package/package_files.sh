@@ -24,6 +24,8 @@ dpkg-deb -x "$deb" "$work/root" || fail "dpkg-deb -x"
 root="$work/root/usr"
 [ -x "$root/bin/quillion" ] || fail "no program in /usr/bin"
 [ -f "$root/share/man/man1/quillion.1" ] || fail "no manual page"
+bash -c ". '$root/share/bash-completion/completions/quillion' && COMP_WORDS=(quillion --pr) COMP_CWORD=1 &&
+  _quillion && [ \"\${COMPREPLY[*]}\" = '--print --printer' ]" || fail "bash completion"
 [ -f "$root/share/metainfo/org.quillion.Quillion.metainfo.xml" ] || fail "no AppStream metadata"
 desktop-file-validate "$root/share/applications/org.quillion.Quillion.desktop" || fail "installed desktop entry"
 grep -q '^Icon=org.quillion.Quillion$' "$root/share/applications/org.quillion.Quillion.desktop" || fail "icon name"
