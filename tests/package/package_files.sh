@@ -1,6 +1,7 @@
 #!/bin/sh
-# The desktop entry and the AppStream metadata pass their validators, and the
-# Debian package puts every file where a desktop looks for it.
+# The desktop entry and the AppStream metadata pass their validators, the
+# Debian package passes lintian, and it puts every file where a desktop looks
+# for it.
 # Usage: package_files.sh SOURCE_DIR BUILD_DIR
 set -u
 source_dir=$1
@@ -23,7 +24,7 @@ deb=$(ls "$work"/quillion_*.deb 2>/dev/null | head -1)
 dpkg-deb -x "$deb" "$work/root" || fail "dpkg-deb -x"
 root="$work/root/usr"
 [ -x "$root/bin/quillion" ] || fail "no program in /usr/bin"
-[ -f "$root/share/man/man1/quillion.1" ] || fail "no manual page"
+[ -f "$root/share/man/man1/quillion.1.gz" ] || fail "no manual page"
 bash -c ". '$root/share/bash-completion/completions/quillion' && COMP_WORDS=(quillion --pr) COMP_CWORD=1 &&
   _quillion && [ \"\${COMPREPLY[*]}\" = '--print --printer' ]" || fail "bash completion"
 [ -f "$root/share/metainfo/org.quillion.Quillion.metainfo.xml" ] || fail "no AppStream metadata"
@@ -39,4 +40,8 @@ depends=$(dpkg-deb -f "$deb" Depends)
 for needed in fonts-liberation2 libqt6widgets6 libcups2; do
   echo "$depends" | grep -q "$needed" || fail "Depends lacks $needed: $depends"
 done
-echo "ok: validators pass; the package installs the program, entry, icons, metadata and manual page"
+if command -v lintian >/dev/null; then
+  lintian --fail-on error,warning "$deb" >"$work/lintian" 2>&1 ||
+    fail "lintian: $(cat "$work/lintian")"
+fi
+echo "ok: validators and lintian pass; the package installs the program, entry, icons, metadata, manual page and completion"
