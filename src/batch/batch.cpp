@@ -283,6 +283,7 @@ int runBatch(const Request& request) {
   if (request.paper == "letter") where.paper = QPageSize(QPageSize::Letter);
   qt::QtPlatform platform(where, request.seed);
   platform.oneDocument = true;
+  platform.showsWindow = false;
   auto window = std::make_unique<MainWindow>(platform);
   MainWindow& w = *window;
   qt::FormView view(w);  // never shown: it lays out the controls that are printed

@@ -13,7 +13,7 @@
 namespace quill::qt {
 
 void QtPlatform::maximiseWindow() {
-  if (view_ != nullptr) view_->maximise();
+  if (view_ != nullptr && showsWindow) view_->maximise();
 }
 
 void QtPlatform::printWindow() {
@@ -26,12 +26,19 @@ void QtPlatform::endDocument() {
 }
 
 void QtPlatform::refreshWindow() {
-  if (view_ == nullptr) return;
+  if (view_ == nullptr || !showsWindow) return;
   view_->show();
   view_->repaint();
 }
 
-void QtPlatform::yield() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+void QtPlatform::yield() {
+  if (!showsWindow) {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastEvents_ < std::chrono::milliseconds(100)) return;
+    lastEvents_ = now;
+  }
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
 
 void QtPlatform::waitForEvents() {
   QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);

@@ -43,10 +43,15 @@ class QtPlatform : public Platform {
   // All runs' pages as one document, ended by finishPrinting (a batch of
   // several pages of squares is one file).
   bool oneDocument = false;
+  // A batch's window is never shown: maximising and refreshing it would only
+  // paint what nobody sees, and with no one to answer, its yields look at
+  // the event loop only now and then.
+  bool showsWindow = true;
 
  private:
   FormView* view_ = nullptr;
   std::optional<std::uint64_t> seed_;
+  std::chrono::steady_clock::time_point lastEvents_;
   RandomSource random_;
   PageSpooler spooler_;
 };
