@@ -13,6 +13,7 @@
 #include <cctype>
 #include <chrono>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -275,7 +276,18 @@ Request parseArguments(const QStringList& arguments, bool batch) {
   return request;
 }
 
+namespace {
+// Ctrl+C, or a polite kill: the batch ends at once, and no file is left
+// half-written, under its final name or its hidden one.
+extern "C" void interrupted(int) {
+  qt::removeFileBeingWritten();
+  ::_exit(130);
+}
+}  // namespace
+
 int runBatch(const Request& request) {
+  std::signal(SIGINT, interrupted);
+  std::signal(SIGTERM, interrupted);
   qt::Destinations where = qt::defaultDestinations();
   where.outputFile = request.output;
   where.printerName = request.printer;

@@ -1,9 +1,9 @@
 #!/bin/sh
 # End to end on the command line: a batch runs without any display and writes
 # one PDF; bad input is one line on standard error, exit status 2 and nothing
-# written; a file that cannot be written is one line and exit status 1; and
-# the window started with the same seed prints, word for word and place for
-# place, what the batch wrote.
+# written; a file that cannot be written is one line and exit status 1; Ctrl+C
+# leaves nothing behind; and the window started with the same seed prints,
+# word for word and place for place, what the batch wrote.
 # Usage: batch.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY for the window)
 set -u
 binary=$1
@@ -49,6 +49,17 @@ batch --output "$work/no/such/folder.pdf" 2>"$work/err"
 [ $? -eq 2 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output folder that does not exist: $(cat "$work/err")"
 batch --output /proc/quillion.pdf 2>"$work/err"
 [ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output that cannot be written: $(cat "$work/err")"
+
+# Ctrl+C: the batch ends at once, and no file is left, whole, cut off or hidden.
+mkdir "$work/interrupted"
+batch --seed 1 --count 25000 --output "$work/interrupted/out.pdf" &
+batch_pid=$!
+sleep 1
+kill -INT "$batch_pid"
+wait "$batch_pid"
+status=$?
+[ "$status" -eq 130 ] || fail "Ctrl+C ended the batch with status $status"
+[ -z "$(ls -A "$work/interrupted")" ] || fail "Ctrl+C left: $(ls -A "$work/interrupted")"
 
 # The window with the same seed, "Create" with its start-up settings.
 start_program --seed 11

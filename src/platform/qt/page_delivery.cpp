@@ -19,6 +19,7 @@
 #include <QPdfWriter>
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -81,6 +82,10 @@ bool takeName(const QByteArray& temporary, const QByteArray& final, bool replace
   return true;
 }
 
+// The hidden file being written, kept where a signal handler may read it.
+char beingWritten[4096];
+std::atomic<bool> writing{false};
+
 // Writes `bytes` as the file `path`: into a hidden file beside it, every
 // write checked, synced to the disk and its size checked, and only then
 // under its final name. On any failure nothing is left, under either name.
@@ -92,6 +97,10 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error
   };
   const int fd = ::mkstemps(temporary.data(), 5);
   if (fd < 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));
+  if (static_cast<std::size_t>(temporary.size()) < sizeof beingWritten) {
+    std::memcpy(beingWritten, temporary.constData(), static_cast<std::size_t>(temporary.size()) + 1);
+    writing = true;
+  }
   struct stat written {};
   bool whole = writeAll(fd, bytes.constData(), static_cast<std::size_t>(bytes.size())) && ::fsync(fd) == 0 &&
                ::fstat(fd, &written) == 0;
@@ -108,10 +117,10 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error
     whole = false;
     reason = QString::fromLocal8Bit(std::strerror(errno));
   }
-  if (!whole) {
-    ::unlink(temporary.constData());
-    return failed(reason);
-  }
+  if (!whole) ::unlink(temporary.constData());
+  // Renamed or removed: an interruption from here on has nothing to remove.
+  writing = false;
+  if (!whole) return failed(reason);
   // The new name itself on the disk too.
   const int folder = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
   if (folder >= 0) {
@@ -186,6 +195,10 @@ bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& page
 }
 
 }  // namespace
+
+void removeFileBeingWritten() {
+  if (writing) ::unlink(beingWritten);
+}
 
 Destinations defaultDestinations() {
   const QString user = qEnvironmentVariable("USER", "user");

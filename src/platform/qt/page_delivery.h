@@ -49,6 +49,10 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace = false);
 
+// Removes the hidden file a write has under way, if any: for an interrupted
+// batch, from a signal handler (it only unlinks a name kept aside).
+void removeFileBeingWritten();
+
 // Where a document went: the printer's name or the file's path; empty when
 // every destination failed.
 struct Delivery {
