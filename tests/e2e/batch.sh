@@ -52,7 +52,7 @@ batch --output /proc/quillion.pdf 2>"$work/err"
 
 # Ctrl+C: the batch ends at once, and no file is left, whole, cut off or hidden.
 mkdir "$work/interrupted"
-batch --seed 1 --count 25000 --output "$work/interrupted/out.pdf" &
+env -u DISPLAY "$binary" --seed 1 --count 25000 --output "$work/interrupted/out.pdf" &
 batch_pid=$!
 sleep 1
 kill -INT "$batch_pid"
