@@ -28,12 +28,12 @@
 
 namespace quill::qt {
 
-namespace {
-
-void report(const QString& line) {
+void reportLine(const QString& line) {
   std::fprintf(stderr, "Quillion: %s\n", line.toLocal8Bit().constData());
   std::fflush(stderr);
 }
+
+namespace {
 
 QString pagesText(std::size_t pages) { return pages == 1 ? QString("1 page") : QString("%1 pages").arg(pages); }
 
@@ -86,48 +86,87 @@ bool takeName(const QByteArray& temporary, const QByteArray& final, bool replace
 char beingWritten[4096];
 std::atomic<bool> writing{false};
 
-// Writes `bytes` as the file `path`: into a hidden file beside it, every
-// write checked, synced to the disk and its size checked, and only then
-// under its final name. On any failure nothing is left, under either name.
-bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error, bool replace) {
-  QByteArray temporary = QFile::encodeName(QFileInfo(path).dir().filePath(".quillion-XXXXXX.part"));
-  const auto failed = [&](const QString& reason) {
-    error = QString("cannot write %1 (%2)").arg(path, reason);
-    return false;
-  };
-  const int fd = ::mkstemps(temporary.data(), 5);
-  if (fd < 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));
-  if (static_cast<std::size_t>(temporary.size()) < sizeof beingWritten) {
-    std::memcpy(beingWritten, temporary.constData(), static_cast<std::size_t>(temporary.size()) + 1);
+}  // namespace
+
+HiddenFile::HiddenFile(QString path) : path_(std::move(path)) {
+  temporary_ = QFile::encodeName(path_ == "-" ? QDir::temp().filePath(".quillion-XXXXXX.part")
+                                              : QFileInfo(path_).dir().filePath(".quillion-XXXXXX.part"));
+  fd_ = ::mkstemps(temporary_.data(), 5);
+  if (fd_ < 0) {
+    failure_ = QString::fromLocal8Bit(std::strerror(errno));
+    return;
+  }
+  if (static_cast<std::size_t>(temporary_.size()) < sizeof beingWritten) {
+    std::memcpy(beingWritten, temporary_.constData(), static_cast<std::size_t>(temporary_.size()) + 1);
     writing = true;
   }
-  struct stat written {};
-  bool whole = writeAll(fd, bytes.constData(), static_cast<std::size_t>(bytes.size())) && ::fsync(fd) == 0 &&
-               ::fstat(fd, &written) == 0;
-  QString reason = whole ? QString() : QString::fromLocal8Bit(std::strerror(errno));
-  if (whole && written.st_size != bytes.size()) {
-    whole = false;
-    reason = QString("%1 of %2 bytes reached the disk").arg(written.st_size).arg(bytes.size());
+  QIODevice::open(QIODevice::WriteOnly);
+}
+
+HiddenFile::~HiddenFile() {
+  if (fd_ >= 0) ::close(fd_);
+  if (!committed_ && !temporary_.isEmpty() && fd_ != -1) ::unlink(temporary_.constData());
+  if (fd_ != -1) writing = false;
+}
+
+qint64 HiddenFile::writeData(const char* data, qint64 size) {
+  if (fd_ < 0 || !failure_.isEmpty()) return -1;
+  if (!writeAll(fd_, data, static_cast<std::size_t>(size))) {
+    failure_ = QString::fromLocal8Bit(std::strerror(errno));
+    return -1;
   }
-  if (::close(fd) != 0 && whole) {
-    whole = false;
-    reason = QString::fromLocal8Bit(std::strerror(errno));
+  written_ += size;
+  return size;
+}
+
+bool HiddenFile::commit(bool replace, QString& error) {
+  const auto failed = [&](const QString& reason) {
+    error = path_ == "-" ? QString("cannot write to standard output (%1)").arg(reason)
+                         : QString("cannot write %1 (%2)").arg(path_, reason);
+    return false;
+  };
+  if (fd_ < 0 || !failure_.isEmpty()) return failed(failure_.isEmpty() ? QString("not opened") : failure_);
+  struct stat disk {};
+  if (::fsync(fd_) != 0 || ::fstat(fd_, &disk) != 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));
+  if (disk.st_size != written_) return failed(QString("%1 of %2 bytes reached the disk").arg(disk.st_size).arg(written_));
+  if (path_ == "-") {
+    // Standard output gets the whole document, read back from the hidden file.
+    char buffer[1 << 16];
+    ssize_t got = 0;
+    ::lseek(fd_, 0, SEEK_SET);
+    while ((got = ::read(fd_, buffer, sizeof buffer)) > 0) {
+      if (!writeAll(STDOUT_FILENO, buffer, static_cast<std::size_t>(got))) return failed(std::strerror(errno));
+    }
+    return got == 0 || failed(QString::fromLocal8Bit(std::strerror(errno)));
   }
-  if (whole && !takeName(temporary, QFile::encodeName(path), replace)) {
-    whole = false;
-    reason = QString::fromLocal8Bit(std::strerror(errno));
+  const int fd = fd_;
+  fd_ = -2;  // closed here; the destructor only clears the mark
+  if (::close(fd) != 0) {
+    ::unlink(temporary_.constData());
+    return failed(QString::fromLocal8Bit(std::strerror(errno)));
   }
-  if (!whole) ::unlink(temporary.constData());
-  // Renamed or removed: an interruption from here on has nothing to remove.
-  writing = false;
-  if (!whole) return failed(reason);
+  if (!takeName(temporary_, QFile::encodeName(path_), replace)) {
+    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+    ::unlink(temporary_.constData());
+    return failed(reason);
+  }
+  committed_ = true;
   // The new name itself on the disk too.
-  const int folder = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
+  const int folder = ::open(QFile::encodeName(QFileInfo(path_).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
   if (folder >= 0) {
     ::fsync(folder);
     ::close(folder);
   }
   return true;
+}
+
+namespace {
+
+// Writes `bytes` as the file `path`, whole or not at all.
+bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error, bool replace) {
+  HiddenFile file(path);
+  file.write(bytes);
+  return file.commit(replace, error);
 }
 
 // Whether the print service answers at all (CUPS: the local socket or the
@@ -198,6 +237,27 @@ bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& page
 
 void removeFileBeingWritten() {
   if (writing) ::unlink(beingWritten);
+}
+
+StreamedPdf::StreamedPdf(const QString& path, const QPageSize& paper) : file_(path), writer_(&file_) {
+  writer_.setPageSize(paper);
+  writer_.setPageOrientation(QPageLayout::Landscape);
+  writer_.setTitle("Quillion");
+  writer_.setCreator("Quillion");
+}
+
+void StreamedPdf::addPage(const PageSnapshot& page) {
+  if (pages_ == 0 ? !painter_.begin(&writer_) : !writer_.newPage()) return;
+  renderPage(painter_, page, QSizeF(writer_.width(), writer_.height()));
+  ++pages_;
+}
+
+bool StreamedPdf::finish(QString& error) {
+  if (pages_ == 0 || !painter_.end()) {
+    error = "the pages could not be drawn";
+    return false;
+  }
+  return file_.commit(true, error);
 }
 
 Destinations defaultDestinations() {
@@ -273,7 +333,7 @@ Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinati
   if (!where.outputFile.isEmpty()) {
     QString error;
     if (writeOutput(where.outputFile, pages, filePaper, error)) return {where.outputFile, true};
-    report(error);
+    reportLine(error);
     return {};
   }
   QString failure = "printing to files";
@@ -296,13 +356,13 @@ Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinati
   QString error;
   for (const QString& folder : {where.pagesFolder, where.spareFolder}) {
     if (writeToFolder(folder, pages, filePaper, path, error)) {
-      report(QString("%1; %2 saved as %3").arg(failure, pagesText(pages.size()), path));
+      reportLine(QString("%1; %2 saved as %3").arg(failure, pagesText(pages.size()), path));
       notifyFile(path, pages.size());
       return {path, true};
     }
     failure += "; " + error;
   }
-  report(QString("%1; %2 could not be kept").arg(failure, pagesText(pages.size())));
+  reportLine(QString("%1; %2 could not be kept").arg(failure, pagesText(pages.size())));
   return {};
 }
 

@@ -4,7 +4,10 @@
 // notification when a notification service runs.
 #pragma once
 
+#include <QIODevice>
 #include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -48,6 +51,52 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 // replaced only when asked.
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace = false);
+
+// A file written under a hidden name beside its final one ("-": standard
+// output, by way of a hidden file in the temporary folder), every write
+// checked; it takes its name only when commit() finds it whole on the disk,
+// and is removed when it does not.
+class HiddenFile : public QIODevice {
+ public:
+  explicit HiddenFile(QString path);
+  ~HiddenFile() override;
+  HiddenFile(const HiddenFile&) = delete;
+  HiddenFile& operator=(const HiddenFile&) = delete;
+  bool commit(bool replace, QString& error);
+  bool isSequential() const override { return true; }
+
+ protected:
+  qint64 readData(char*, qint64) override { return -1; }
+  qint64 writeData(const char* data, qint64 size) override;
+
+ private:
+  QString path_;
+  QByteArray temporary_;
+  int fd_ = -1;
+  qint64 written_ = 0;
+  QString failure_;
+  bool committed_ = false;
+};
+
+// A document painted page by page into its file as the pages come, so that
+// memory stays flat however long it grows.
+class StreamedPdf {
+ public:
+  StreamedPdf(const QString& path, const QPageSize& paper);
+  void addPage(const PageSnapshot& page);
+  // Ends the document and gives the file its name (replacing what was there).
+  bool finish(QString& error);
+  int pages() const { return pages_; }
+
+ private:
+  HiddenFile file_;
+  QPdfWriter writer_;
+  QPainter painter_;
+  int pages_ = 0;
+};
+
+// One line on standard error: where pages went, or why they could not go.
+void reportLine(const QString& line);
 
 // Removes the hidden file a write has under way, if any: for an interrupted
 // batch, from a signal handler (it only unlinks a name kept aside).

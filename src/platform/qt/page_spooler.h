@@ -1,12 +1,15 @@
 // The print spooler: Print window hands over a snapshot of the page and
 // returns at once; a worker thread delivers the pages, in order, one
-// document per run (the pages between two ends of a document).
+// document per run (the pages between two ends of a document). Into a
+// chosen output file the pages are painted as they come, so that a long
+// batch takes no more memory than a short one.
 #pragma once
 
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -43,6 +46,11 @@ class PageSpooler {
   std::condition_variable idle_;
   std::vector<PageSnapshot> open_;
   std::deque<std::vector<PageSnapshot>> ready_;
+  // Into one output file, each page is painted as it comes (none: the end
+  // of the document); the window waits when the painter is that far behind.
+  const bool streaming_;
+  static constexpr std::size_t kPagesAhead = 64;
+  std::deque<std::optional<PageSnapshot>> streamed_;
   bool delivering_ = false;
   bool stopping_ = false;
   int delivered_ = 0;
