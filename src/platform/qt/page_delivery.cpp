@@ -104,9 +104,10 @@ HiddenFile::HiddenFile(QString path) : path_(std::move(path)) {
 }
 
 HiddenFile::~HiddenFile() {
+  if (fd_ == -1) return;  // no hidden file was made
   if (fd_ >= 0) ::close(fd_);
-  if (!committed_ && !temporary_.isEmpty() && fd_ != -1) ::unlink(temporary_.constData());
-  if (fd_ != -1) writing = false;
+  if (!committed_) ::unlink(temporary_.constData());
+  writing = false;
 }
 
 qint64 HiddenFile::writeData(const char* data, qint64 size) {
@@ -162,11 +163,12 @@ bool HiddenFile::commit(bool replace, QString& error) {
 
 namespace {
 
-// Writes `bytes` as the file `path`, whole or not at all.
-bool writeWholeFile(const QString& path, const QByteArray& bytes, QString& error, bool replace) {
-  HiddenFile file(path);
-  file.write(bytes);
-  return file.commit(replace, error);
+// Every document: landscape on the paper given, and named as Quillion's.
+void prepareWriter(QPdfWriter& writer, const QPageSize& paper) {
+  writer.setPageSize(paper);
+  writer.setPageOrientation(QPageLayout::Landscape);
+  writer.setTitle("Quillion");
+  writer.setCreator("Quillion");
 }
 
 // Whether the print service answers at all (CUPS: the local socket or the
@@ -201,18 +203,6 @@ bool writeToFolder(const QString& folder, const std::vector<PageSnapshot>& pages
   return writePdfFile(path, pages, paper, error);
 }
 
-// The document as the one file asked for, or on standard output.
-bool writeOutput(const QString& output, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error) {
-  if (output != "-") return writePdfFile(output, pages, paper, error, true);
-  QBuffer document;
-  if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, paper) ||
-      !writeAll(STDOUT_FILENO, document.data().constData(), static_cast<std::size_t>(document.data().size()))) {
-    error = QString("cannot write to standard output (%1)").arg(QString::fromLocal8Bit(std::strerror(errno)));
-    return false;
-  }
-  return true;
-}
-
 // Sends the document to the printer as a PDF job; false with the reason when
 // the printer cannot take it.
 bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& pages, QString& error) {
@@ -239,11 +229,8 @@ void removeFileBeingWritten() {
   if (writing) ::unlink(beingWritten);
 }
 
-StreamedPdf::StreamedPdf(const QString& path, const QPageSize& paper) : file_(path), writer_(&file_) {
-  writer_.setPageSize(paper);
-  writer_.setPageOrientation(QPageLayout::Landscape);
-  writer_.setTitle("Quillion");
-  writer_.setCreator("Quillion");
+StreamedPdf::StreamedPdf(const QString& path, const QPageSize& paper) : path_(path), file_(path), writer_(&file_) {
+  prepareWriter(writer_, paper);
 }
 
 void StreamedPdf::addPage(const PageSnapshot& page) {
@@ -252,12 +239,12 @@ void StreamedPdf::addPage(const PageSnapshot& page) {
   ++pages_;
 }
 
-bool StreamedPdf::finish(QString& error) {
+bool StreamedPdf::finish(QString& error, bool replace) {
   if (pages_ == 0 || !painter_.end()) {
-    error = "the pages could not be drawn";
+    error = QString("cannot write %1 (the pages could not be drawn)").arg(path_);
     return false;
   }
-  return file_.commit(true, error);
+  return file_.commit(replace, error);
 }
 
 Destinations defaultDestinations() {
@@ -303,10 +290,7 @@ QPageSize localePaper() {
 
 bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, const QPageSize& paper) {
   QPdfWriter writer(&device);
-  writer.setPageSize(paper);
-  writer.setPageOrientation(QPageLayout::Landscape);
-  writer.setTitle("Quillion");
-  writer.setCreator("Quillion");
+  prepareWriter(writer, paper);
   QPainter painter;
   if (!painter.begin(&writer)) return false;
   for (std::size_t i = 0; i < pages.size(); ++i) {
@@ -318,24 +302,13 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace) {
-  // Painted in memory first: the painter neither sees nor reports a short
-  // write, so the file's own writes are made and checked one by one.
-  QBuffer document;
-  if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, paper)) {
-    error = QString("cannot write %1 (the pages could not be drawn)").arg(path);
-    return false;
-  }
-  return writeWholeFile(path, document.data(), error, replace);
+  StreamedPdf document(path, paper);
+  for (const PageSnapshot& page : pages) document.addPage(page);
+  return document.finish(error, replace);
 }
 
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
   const QPageSize filePaper = where.paper.value_or(localePaper());
-  if (!where.outputFile.isEmpty()) {
-    QString error;
-    if (writeOutput(where.outputFile, pages, filePaper, error)) return {where.outputFile, true};
-    reportLine(error);
-    return {};
-  }
   QString failure = "printing to files";
   if (where.usePrinter) {
     if (std::optional<Printer> printer = findPrinter(where.printerName)) {

@@ -84,11 +84,11 @@ class StreamedPdf {
  public:
   StreamedPdf(const QString& path, const QPageSize& paper);
   void addPage(const PageSnapshot& page);
-  // Ends the document and gives the file its name (replacing what was there).
-  bool finish(QString& error);
-  int pages() const { return pages_; }
+  // Ends the document and gives the file its name, replacing what was there only when asked.
+  bool finish(QString& error, bool replace = true);
 
  private:
+  QString path_;
   HiddenFile file_;
   QPdfWriter writer_;
   QPainter painter_;
