@@ -112,12 +112,20 @@ HiddenFile::~HiddenFile() {
 
 qint64 HiddenFile::writeData(const char* data, qint64 size) {
   if (fd_ < 0 || !failure_.isEmpty()) return -1;
-  if (!writeAll(fd_, data, static_cast<std::size_t>(size))) {
-    failure_ = QString::fromLocal8Bit(std::strerror(errno));
-    return -1;
-  }
+  // The PDF writer hands over many small pieces: gathered, one write call a block.
+  pending_.append(data, size);
   written_ += size;
-  return size;
+  return pending_.size() < kBlock || flushPending() ? size : -1;
+}
+
+bool HiddenFile::flushPending() {
+  if (pending_.isEmpty()) return true;
+  if (!writeAll(fd_, pending_.constData(), static_cast<std::size_t>(pending_.size()))) {
+    failure_ = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+  }
+  pending_.clear();
+  return true;
 }
 
 bool HiddenFile::commit(bool replace, QString& error) {
@@ -126,6 +134,7 @@ bool HiddenFile::commit(bool replace, QString& error) {
                          : QString("cannot write %1 (%2)").arg(path_, reason);
     return false;
   };
+  if (fd_ >= 0) flushPending();
   if (fd_ < 0 || !failure_.isEmpty()) return failed(failure_.isEmpty() ? QString("not opened") : failure_);
   struct stat disk {};
   if (::fsync(fd_) != 0 || ::fstat(fd_, &disk) != 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));

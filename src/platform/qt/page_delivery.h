@@ -70,7 +70,11 @@ class HiddenFile : public QIODevice {
   qint64 writeData(const char* data, qint64 size) override;
 
  private:
+  static constexpr qsizetype kBlock = 1 << 16;
+  bool flushPending();
+
   QString path_;
+  QByteArray pending_;
   QByteArray temporary_;
   int fd_ = -1;
   qint64 written_ = 0;
