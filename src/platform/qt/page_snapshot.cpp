@@ -7,7 +7,7 @@
 #include "platform/qt/control_widgets.h"
 #include "platform/qt/appearance.h"
 #include "platform/qt/form_view.h"
-#include "platform/qt/surface_widget.h"
+#include "platform/qt/display_painter.h"
 
 namespace quill::qt {
 

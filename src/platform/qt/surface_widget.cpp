@@ -8,32 +8,11 @@
 #include <algorithm>
 
 #include "platform/qt/appearance.h"
+#include "platform/qt/display_painter.h"
 #include "platform/qt/key_codes.h"
 #include "platform/qt/surface_accessible.h"
 
 namespace quill::qt {
-
-void paintDisplayList(QPainter& painter, const std::vector<DrawOp>& drawing) {
-  painter.save();
-  painter.setFont(drawingFont());
-  painter.setPen(Qt::black);
-  const QFontMetricsF metrics(painter.font());
-  for (const DrawOp& op : drawing) {
-    if (op.kind == DrawOp::Kind::Box) {
-      // Both corners are inside the box: (x1, y1)-(x1, y1) is one pixel.
-      const qreal left = std::min(op.x1, op.x2);
-      const qreal top = std::min(op.y1, op.y2);
-      const qreal right = std::max(op.x1, op.x2) + 1;
-      const qreal bottom = std::max(op.y1, op.y2) + 1;
-      const PaletteColour c = paletteColour(op.colour);
-      painter.fillRect(QRectF(left, top, right - left, bottom - top), QColor(c.red, c.green, c.blue));
-    } else {
-      // The text's top-left corner is at the text position; transparent background.
-      painter.drawText(QPointF(op.x1, op.y1 + metrics.ascent()), QString::fromStdString(op.text));
-    }
-  }
-  painter.restore();
-}
 
 SurfaceWidget::SurfaceWidget(Form& form, QWidget* parent) : QWidget(parent), form_(form) {
   setFocusPolicy(Qt::StrongFocus);

@@ -4,17 +4,10 @@
 #pragma once
 
 #include <QWidget>
-#include <vector>
 
 #include "platform/form.h"
 
-class QPainter;
-
 namespace quill::qt {
-
-// Paints a display list with the painter's current transformation; used for
-// the screen and for the printed page alike.
-void paintDisplayList(QPainter& painter, const std::vector<DrawOp>& drawing);
 
 class SurfaceWidget : public QWidget {
   Q_OBJECT
