@@ -2,7 +2,7 @@
 # End to end on the command line: a batch runs without any display and writes
 # one PDF; bad input is one line on standard error, exit status 2 and nothing
 # written; a file that cannot be written is one line and exit status 1; Ctrl+C
-# leaves nothing behind; and the window started with the same seed prints,
+# leaves nothing behind; progress shows on a terminal only; and the window started with the same seed prints,
 # word for word and place for place, what the batch wrote.
 # Usage: batch.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY for the window)
 set -u
@@ -49,6 +49,18 @@ batch --output "$work/no/such/folder.pdf" 2>"$work/err"
 [ $? -eq 2 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output folder that does not exist: $(cat "$work/err")"
 batch --output /proc/quillion.pdf 2>"$work/err"
 [ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output that cannot be written: $(cat "$work/err")"
+
+# Progress: on a terminal, one line redrawn in place once a batch has taken a
+# second, ending at every page made; nothing with --quiet, nothing off a terminal.
+on_terminal() {
+  script -qec "env -u DISPLAY -u WAYLAND_DISPLAY '$binary' --seed 1 --count 10000 --output '$work/long.pdf' $*" \
+    "$work/terminal" >/dev/null
+  tr '\r' '\n' <"$work/terminal" | grep 'pages/s'
+}
+on_terminal | tail -1 | grep -q '\] 800 of 800 pages, [0-9]* pages/s' || fail "no progress line: $(tail -c 300 "$work/terminal")"
+[ -z "$(on_terminal --quiet)" ] || fail "--quiet showed progress"
+batch --seed 1 --count 10000 --output "$work/long.pdf" 2>"$work/err"
+[ ! -s "$work/err" ] || fail "progress off a terminal: $(head -c 200 "$work/err")"
 
 # Ctrl+C: the batch ends at once, and no file is left, whole, cut off or hidden.
 mkdir "$work/interrupted"
