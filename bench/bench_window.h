@@ -16,6 +16,7 @@ class QuietPlatform : public Platform {
   void printWindow() override { ++pages; }
   void endDocument() override {}
   void refreshWindow() override {}
+  void choosePrinter() override {}
   void yield() override {}
   void waitForEvents() override {}
   double random() override { return random_.next(); }

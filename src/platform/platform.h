@@ -15,6 +15,9 @@ class Platform {
   // The pages printed since the last end form one document: one print job,
   // or one file.
   virtual void endDocument() = 0;
+  // Asks the user where the documents of the runs to come go: a printer with
+  // its paper, copies and sides, or a PDF file. Cancelling changes nothing.
+  virtual void choosePrinter() = 0;
   // Brings the window's image up to date and shows it as a normal window.
   virtual void refreshWindow() = 0;
   // Processes pending events (clicks, keys, menu commands, closing) and returns.

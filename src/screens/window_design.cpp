@@ -114,6 +114,7 @@ MainForm::MainForm()
       panswers(*this, "panswers", "Print only completed Squares", &printoptions),
       ppuzzles(*this, "ppuzzles", "Print only Puzzles", &printoptions),
       pboth(*this, "pboth", "Print both Puzzles and Answers", &printoptions, true),
+      printer(*this, "printer", "Printer...", &printoptions),
       answers(*this, "answers", "Highlight Answers?", &printoptions),
       highlighted(*this, "highlighted", "Yes", &answers, true),
       nhighlighted(*this, "nhighlighted", "No", &answers),

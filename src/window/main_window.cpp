@@ -19,6 +19,7 @@ void MainWindow::wireEvents() {
   panswers.onClick = [this] { panswers_Click(); };
   ppuzzles.onClick = [this] { ppuzzles_Click(); };
   pboth.onClick = [this] { pboth_Click(); };
+  printer.onClick = [this] { printer_Click(); };
   highlighted.onClick = [this] { highlighted_Click(); };
   nhighlighted.onClick = [this] { nhighlighted_Click(); };
   easy.onClick = [this] { easy_Click(); };

@@ -89,6 +89,7 @@ class MainWindow : public MainForm, private WindowState {
   void panswers_Click();
   void ppuzzles_Click();
   void pboth_Click();
+  void printer_Click();
   void highlighted_Click();
   void nhighlighted_Click();
   void easy_Click();

@@ -27,6 +27,8 @@ void MainWindow::chooseDifficulty(Difficulty level) {
 void MainWindow::panswers_Click() { choosePrint(PrintChoice::Squares); }
 void MainWindow::ppuzzles_Click() { choosePrint(PrintChoice::Puzzles); }
 void MainWindow::pboth_Click() { choosePrint(PrintChoice::PuzzlesAndAnswers); }
+// Where pages go is the platform's to ask and to keep, for every run after.
+void MainWindow::printer_Click() { platform_.choosePrinter(); }
 void MainWindow::highlighted_Click() { chooseHighlight(true); }
 void MainWindow::nhighlighted_Click() { chooseHighlight(false); }
 void MainWindow::easy_Click() { chooseDifficulty(Difficulty::Easy); }

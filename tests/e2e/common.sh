@@ -92,10 +92,12 @@ wait_for_title() {
   [ "$(title)" = "$1" ]
 }
 
-# A print service of the test's own, on a socket in $work, with one queue,
-# Keep, that copies each job into $work/cups/out; the program is pointed at
-# it. Needs root. Sets: cups_dir, cups_pid. Stop it with stop_private_cups.
+# A print service of the test's own, on a socket in $work, with the queues
+# named (Keep when none is), the first the default, each copying a job into
+# $work/cups/out as QUEUE-job-N.pdf; the program is pointed at it. Needs
+# root. Sets: cups_dir, cups_pid. Stop it with stop_private_cups.
 start_private_cups() {
+  [ $# -eq 0 ] && set -- Keep
   [ "$(id -u)" -eq 0 ] || { echo "a private print service needs root"; exit 77; }
   cups_dir="$work/cups"
   mkdir -p "$cups_dir/serverbin/backend" "$cups_dir/spool" "$cups_dir/tmp" "$cups_dir/cache" \
@@ -109,7 +111,7 @@ start_private_cups() {
 #!/bin/sh
 [ $# -eq 0 ] && { echo 'direct keep "Unknown" "Keep"'; exit 0; }
 out="$(dirname "$0")/../../out"
-if [ -n "$6" ]; then cp "$6" "$out/.job-$1"; else cat >"$out/.job-$1"; fi && mv "$out/.job-$1" "$out/job-$1.pdf"
+if [ -n "$6" ]; then cp "$6" "$out/.job-$1"; else cat >"$out/.job-$1"; fi && mv "$out/.job-$1" "$out/$PRINTER-job-$1.pdf"
 KEEP
   chmod 755 "$cups_dir/serverbin/backend/keep"
   printf '%s\n' "Listen $cups_dir/cups.sock" "LogLevel warn" "DefaultAuthType None" \
@@ -121,10 +123,12 @@ KEEP
   /usr/sbin/cupsd -f -c "$cups_dir/cupsd.conf" -s "$cups_dir/cups-files.conf" >"$cups_dir/cupsd.log" 2>&1 &
   cups_pid=$!
   CUPS_SERVER="$cups_dir/cups.sock"
-  PRINTER=Keep
+  PRINTER=$1
   export CUPS_SERVER PRINTER
   for _ in $(seq 50); do [ "$(lpstat -r 2>/dev/null)" = "scheduler is running" ] && break; sleep 0.1; done
-  lpadmin -p Keep -v keep:/ -E -m raw 2>/dev/null || fail "the private print service did not start"
+  for queue in "$@"; do
+    lpadmin -p "$queue" -v keep:/ -E -m raw 2>/dev/null || fail "the private print service did not start"
+  done
 }
 stop_private_cups() {
   [ -n "${cups_pid:-}" ] && kill "$cups_pid" 2>/dev/null && wait "$cups_pid" 2>/dev/null

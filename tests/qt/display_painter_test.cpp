@@ -50,8 +50,9 @@ std::vector<DrawOp> crowdedDrawing(std::mt19937& random) {
     switch (kind(random)) {
       case 0:
         op.kind = DrawOp::Kind::Text;
-        op.text = number(random) % 3 == 0 ? std::to_string(number(random) % 20) + "," + std::to_string(number(random) % 20)
-                                          : std::to_string(number(random));
+        // A number, or a tile's label.
+        op.text = number(random) % 3 != 0 ? std::to_string(number(random))
+                                          : std::to_string(number(random) % 20) + "," + std::to_string(i % 20);
         break;
       case 1:  // a pixel, as under each number
         op.x2 = op.x1;
@@ -112,7 +113,9 @@ TEST(DisplayPainter, PaperShowsWhatPaintingEachOperationInOrderShows) {
   }
   ASSERT_EQ(QProcess::execute("pdftoppm", {"-r", "150", "-png", pdf, folder.filePath("page")}), 0);
   for (unsigned page = 1; page <= 2 * kDrawings; page += 2) {
-    const auto image = [&](unsigned n) { return QImage(folder.filePath(QString("page-%1.png").arg(n, 2, 10, QChar('0')))); };
+    const auto image = [&](unsigned n) {
+      return QImage(folder.filePath(QString("page-%1.png").arg(n, 2, 10, QChar('0'))));
+    };
     ASSERT_FALSE(image(page).isNull());
     EXPECT_EQ(image(page), image(page + 1)) << "drawing " << (page + 1) / 2;
   }

@@ -1,17 +1,27 @@
-// Where pages go when the printer cannot take them: every page of a document
-// ends up in one complete PDF file, in the pages folder or, when that cannot
-// be written, in the spare folder; never an empty or cut-off file.
+// Where pages go: into a file chosen in the print dialog, each run under a
+// name of its own; when the printer cannot take them, every page of a
+// document ends up in one complete PDF file, in the pages folder or, when
+// that cannot be written, in the spare folder; never an empty or cut-off file.
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
+#include <QPrintDialog>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QTemporaryDir>
 #include <sys/mount.h>
 #include <unistd.h>
 
+#include "platform/qt/form_view.h"
 #include "platform/qt/page_spooler.h"
+#include "platform/qt/qt_platform.h"
+#include "window/main_window.h"
 
 namespace quill::qt {
 namespace {
@@ -93,6 +103,55 @@ TEST_F(Printing, AFullDiskLeavesNoCutOffFile) {
   umount(target.constData());
   EXPECT_EQ(kept, (std::vector<int>{3}));
   EXPECT_EQ(spare, (std::vector<int>{48}));
+}
+
+// "Printer..." with Qt's own dialog, filled in as a person would: "Print to
+// File (PDF)" and a file name. Each run after it is one document, the first
+// under that name and the next ones beside it, never over one another;
+// Cancel keeps the choice; a chosen file that cannot be written takes the
+// pages folder's road.
+TEST_F(Printing, AFileChosenInThePrintDialogTakesEveryRunUnderANameOfItsOwn) {
+  qputenv("CUPS_SERVER", folder.filePath("no-cups.sock").toLocal8Bit());
+  where.usePrinter = true;
+  QtPlatform platform(where);
+  MainWindow window(platform);
+  FormView view(window);
+  platform.attach(&view);
+  view.showAndActivate();
+  const auto choose = [&](const QString& file, bool accept) {
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      auto* printers = dialog->findChild<QComboBox*>("printers");
+      ASSERT_NE(printers, nullptr);
+      printers->setCurrentIndex(printers->count() - 1);  // "Print to File (PDF)", last as always
+      dialog->findChild<QLineEdit*>("filename")->setText(file);
+      accept ? dialog->accept() : dialog->reject();
+    });
+    view.actionFor("printer")->trigger();
+  };
+  const auto run = [&] {
+    platform.printWindow();
+    platform.printWindow();
+    platform.endDocument();
+  };
+  const QString worksheets = folder.filePath("worksheets");
+  QDir().mkpath(worksheets);
+  choose(QDir(worksheets).filePath("worksheet.pdf"), true);
+  run();
+  run();
+  choose(QDir(worksheets).filePath("cancelled.pdf"), false);
+  run();
+  choose(QDir(worksheets).filePath("worksheet.pdf"), true);  // chosen again: still a fresh name
+  run();
+  choose(folder.filePath("no/such/folder/lost.pdf"), true);
+  run();
+  EXPECT_EQ(platform.finishPrinting(std::chrono::minutes(1)), 0);
+  qunsetenv("CUPS_SERVER");
+  EXPECT_EQ(QDir(worksheets).entryList(QDir::Files | QDir::Hidden, QDir::Name),
+            (QStringList{"worksheet-2.pdf", "worksheet-3.pdf", "worksheet-4.pdf", "worksheet.pdf"}));
+  EXPECT_EQ(pdfPages(worksheets), (std::vector<int>{2, 2, 2, 2}));
+  EXPECT_EQ(pdfPages(where.pagesFolder), (std::vector<int>{2}));
 }
 
 }  // namespace

@@ -40,6 +40,7 @@ class FakePlatform : public Platform {
     if (pages.size() > (documentEnds.empty() ? 0 : documentEnds.back())) documentEnds.push_back(pages.size());
   }
   void refreshWindow() override { ++refreshCount; }
+  void choosePrinter() override { ++printerChoices; }
   void yield() override;
   void waitForEvents() override;
   // The scripted values first, in order; then the seeded source.
@@ -58,6 +59,7 @@ class FakePlatform : public Platform {
   std::vector<std::size_t> documentEnds;  // the page count at each end of a document
   int maximiseCount = 0;
   int refreshCount = 0;
+  int printerChoices = 0;
   int yieldCount = 0;
   int seedCount = 0;
   double lastSeed = -1;

@@ -1,5 +1,6 @@
 // An abort or a quit at any yield of a run or a practice leaves the main page
-// as it was; practice played by keyboard does what the same play by mouse does.
+// as it was; practice played by keyboard does what the same play by mouse
+// does; the printer is chosen only between runs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -52,6 +53,7 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
       Session s(practice);
       MainWindow& w = s.w;
       s.platform.onYield = [&](int count) {
+        w.printer.userClick();  // hidden with its menu: never asked mid-run
         // Keys do nothing but while a puzzle is in play: letters, arrows, Enter, Space, Escape.
         const int keyPresses[] = {'A', keys::left, keys::up, keys::right, keys::down, keys::enter, keys::space, keys::escape};
         w.userKeyDown(keyPresses[count % 8]);
@@ -68,8 +70,31 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
       ASSERT_EQ(w.state().startNumber, practice ? 1 : 5);
       ASSERT_TRUE(w.surface().ops().empty());
       ASSERT_FALSE(w.surface().cellCursor());
+      ASSERT_EQ(s.platform.printerChoices, 0);
       ASSERT_EQ(s.platform.pages.size(), !practice && stopAt > yields - 3 ? 1u : 0u) << stopAt;
     }
+  }
+}
+
+// "Printer..." stands after the three print choices and asks the platform,
+// nothing more, from the pages between runs.
+TEST(PrinterChoice, TheItemAsksThePlatformAndChangesNothingElse) {
+  FakePlatform platform{3};
+  auto window = std::make_unique<MainWindow>(platform);
+  MainWindow& w = *window;
+  platform.attach(&w);
+  w.userActivate();
+  std::vector<std::string> items;
+  for (const MenuItem* item : w.printoptions.children()) items.push_back(item->name());
+  EXPECT_EQ(items, (std::vector<std::string>{"panswers", "ppuzzles", "pboth", "printer", "answers"}));
+  EXPECT_EQ(w.printer.caption(), "Printer...");
+  for (MenuItem* page : {&w.options2, &w.chooseproperties}) {
+    if (page != &w.options2) page->userClick();
+    const std::string before = pageState(w);
+    const int asked = platform.printerChoices;
+    w.printer.userClick();
+    EXPECT_EQ(platform.printerChoices, asked + 1);
+    EXPECT_EQ(pageState(w), before);
   }
 }
 

@@ -18,6 +18,7 @@
 #include <QLocale>
 #include <QPdfWriter>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QTemporaryFile>
 #include <atomic>
 #include <cerrno>
@@ -37,22 +38,32 @@ namespace {
 
 QString pagesText(std::size_t pages) { return pages == 1 ? QString("1 page") : QString("%1 pages").arg(pages); }
 
-// quillion-YYYYMMDD-HHMMSS-NNN.pdf, the first number neither taken on the
-// disk nor handed out before in this run of the program: a name whose file
-// failed is not used again.
-QString freshPdfPath(const QString& folder) {
+// The first of a sequence of file names that `free` accepts, remembered as
+// handed out for the rest of this run of the program: a name whose file
+// failed is not used again, nor one another document took.
+template <typename Name, typename Free>
+QString handOutName(Name nameNumbered, Free free) {
   static std::mutex mutex;
   static std::set<QString> handedOut;
   const std::lock_guard lock(mutex);
-  const QDir dir(folder);
-  const QString stamp = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
   for (int sequence = 1;; ++sequence) {
-    const QString path = dir.filePath(QString("quillion-%1-%2.pdf").arg(stamp).arg(sequence, 3, 10, QChar('0')));
-    if (handedOut.count(path) == 0 && !QFile::exists(path)) {
+    const QString path = nameNumbered(sequence);
+    if (handedOut.count(path) == 0 && free(sequence, path)) {
       handedOut.insert(path);
       return path;
     }
   }
+}
+
+// quillion-YYYYMMDD-HHMMSS-NNN.pdf, the first number not taken on the disk.
+QString freshPdfPath(const QString& folder) {
+  const QDir dir(folder);
+  const QString stamp = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+  return handOutName(
+      [&](int sequence) {
+        return dir.filePath(QString("quillion-%1-%2.pdf").arg(stamp).arg(sequence, 3, 10, QChar('0')));
+      },
+      [](int, const QString& path) { return !QFile::exists(path); });
 }
 
 // All of `size` bytes to `fd`, however the kernel splits the writes; false
@@ -89,9 +100,16 @@ std::atomic<bool> writing{false};
 }  // namespace
 
 HiddenFile::HiddenFile(QString path) : path_(std::move(path)) {
-  temporary_ = QFile::encodeName(path_ == "-" ? QDir::temp().filePath(".quillion-XXXXXX.part")
-                                              : QFileInfo(path_).dir().filePath(".quillion-XXXXXX.part"));
-  fd_ = ::mkstemps(temporary_.data(), 5);
+  const QDir folder = path_ == "-" ? QDir::temp() : QFileInfo(path_).dir();
+  // Created with the permissions the user's umask gives every new file (a
+  // worksheet is often shared), under a name no other file has.
+  for (int attempt = 0; attempt < 100 && fd_ < 0; ++attempt) {
+    const quint32 number = QRandomGenerator::global()->generate() % 1000000000U;
+    const QString name = QString(".quillion-%1.part").arg(number, 9, 10, QChar('0'));
+    temporary_ = QFile::encodeName(folder.filePath(name));
+    fd_ = ::open(temporary_.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd_ < 0 && errno != EEXIST) break;
+  }
   if (fd_ < 0) {
     failure_ = QString::fromLocal8Bit(std::strerror(errno));
     return;
@@ -212,9 +230,10 @@ bool writeToFolder(const QString& folder, const std::vector<PageSnapshot>& pages
   return writePdfFile(path, pages, paper, error);
 }
 
-// Sends the document to the printer as a PDF job; false with the reason when
-// the printer cannot take it.
-bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& pages, QString& error) {
+// Sends the document to the printer as a PDF job, with the copies and sides
+// chosen; false with the reason when the printer cannot take it.
+bool printDocument(const Printer& printer, const Destinations& where, const std::vector<PageSnapshot>& pages,
+                   QString& error) {
   QTemporaryFile job(QDir::temp().filePath("quillion-job-XXXXXX.pdf"));
   QBuffer document;
   if (!document.open(QIODevice::WriteOnly) || !paintDocument(document, pages, printer.paper) || !job.open() ||
@@ -225,7 +244,19 @@ bool printDocument(const Printer& printer, const std::vector<PageSnapshot>& page
   job.close();
   const QByteArray name = printer.name.toLocal8Bit();
   const QByteArray file = QFile::encodeName(job.fileName());
-  if (cupsPrintFile2(CUPS_HTTP_DEFAULT, name.constData(), file.constData(), "Quillion", 0, nullptr) == 0) {
+  int optionCount = 0;
+  cups_option_t* options = nullptr;
+  if (where.copies > 1) {
+    optionCount = cupsAddOption("copies", QByteArray::number(where.copies), optionCount, &options);
+    // Copies of a worksheet come as whole sets of its pages.
+    optionCount =
+        cupsAddOption("multiple-document-handling", "separate-documents-collated-copies", optionCount, &options);
+  }
+  if (!where.sides.isEmpty()) optionCount = cupsAddOption("sides", where.sides.toLatin1(), optionCount, &options);
+  const int jobId =
+      cupsPrintFile2(CUPS_HTTP_DEFAULT, name.constData(), file.constData(), "Quillion", optionCount, options);
+  cupsFreeOptions(optionCount, options);
+  if (jobId == 0) {
     error = QString("%1 did not take the job (%2)").arg(printer.name, QString::fromLocal8Bit(cupsLastErrorString()));
     return false;
   }
@@ -292,6 +323,46 @@ std::optional<Printer> findPrinter(const QString& name) {
   return printer;
 }
 
+QString nextChosenName(const QString& chosen) {
+  const QFileInfo file(chosen);
+  const QString suffix = file.suffix().isEmpty() ? QString() : "." + file.suffix();
+  const QString stem = file.fileName().chopped(suffix.size());
+  return handOutName(
+      [&](int sequence) {
+        return sequence == 1 ? chosen : file.dir().filePath(QString("%1-%2%3").arg(stem).arg(sequence).arg(suffix));
+      },
+      [](int sequence, const QString& path) { return sequence == 1 || !QFile::exists(path); });
+}
+
+Destinations chosenDestinations(const QPrinter& printer, Destinations base) {
+  base.paper = printer.pageLayout().pageSize();
+  if (printer.outputFormat() == QPrinter::PdfFormat) {
+    base.usePrinter = false;
+    base.chosenFile = printer.outputFileName();
+    base.printerName.clear();
+    return base;
+  }
+  base.usePrinter = true;
+  base.chosenFile.clear();
+  base.printerName = printer.printerName();
+  base.copies = printer.copyCount();
+  switch (printer.duplex()) {
+    case QPrinter::DuplexNone:
+      base.sides = "one-sided";
+      break;
+    case QPrinter::DuplexLongSide:
+      base.sides = "two-sided-long-edge";
+      break;
+    case QPrinter::DuplexShortSide:
+      base.sides = "two-sided-short-edge";
+      break;
+    case QPrinter::DuplexAuto:
+      base.sides.clear();
+      break;
+  }
+  return base;
+}
+
 QPageSize localePaper() {
   return QPageSize(QLocale::system().measurementSystem() == QLocale::ImperialUSSystem ? QPageSize::Letter
                                                                                      : QPageSize::A4);
@@ -319,15 +390,23 @@ bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, c
 Delivery deliverDocument(const std::vector<PageSnapshot>& pages, const Destinations& where) {
   const QPageSize filePaper = where.paper.value_or(localePaper());
   QString failure = "printing to files";
-  if (where.usePrinter) {
+  if (!where.chosenFile.isEmpty()) {
+    const QString chosen = nextChosenName(where.chosenFile);
+    // Only the chosen name itself replaces a file: the print dialog asked.
+    if (writePdfFile(chosen, pages, filePaper, failure, chosen == where.chosenFile)) {
+      notifyFile(chosen, pages.size());
+      return {chosen, true};
+    }
+  } else if (where.usePrinter) {
     if (std::optional<Printer> printer = findPrinter(where.printerName)) {
       if (where.paper) printer->paper = *where.paper;
-      if (printDocument(*printer, pages, failure)) return {printer->name, false};
+      if (printDocument(*printer, where, pages, failure)) return {printer->name, false};
     } else if (!printServiceAnswers()) {
       // A print service that is down is no printer setting: say which it is.
       failure = "the print service is not running";
     } else {
-      failure = where.printerName.isEmpty() ? QString("no default printer") : QString("no printer %1").arg(where.printerName);
+      failure = where.printerName.isEmpty() ? QString("no default printer")
+                                            : QString("no printer %1").arg(where.printerName);
       const ipp_status_t why = cupsLastError();
       if (why > IPP_STATUS_OK_EVENTS_COMPLETE && why != IPP_STATUS_ERROR_NOT_FOUND) {
         failure += QString(" (%1)").arg(QString::fromLocal8Bit(cupsLastErrorString()));

@@ -1,13 +1,15 @@
-// Where a finished document of pages goes: the default printer, a PDF file in
-// the pages folder, a PDF file in a spare folder, in this order. Each step
-// down is one line on standard error; a file is announced by a desktop
-// notification when a notification service runs.
+// Where a finished document of pages goes: the printer (the default one, or
+// the one chosen) or the PDF file chosen, then a PDF file in the pages folder,
+// then one in a spare folder, in this order. Each step down is one line on
+// standard error; a file is announced by a desktop notification when a
+// notification service runs.
 #pragma once
 
 #include <QIODevice>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPrinter>
 #include <QString>
 #include <functional>
 #include <optional>
@@ -23,6 +25,12 @@ struct Destinations {
   bool usePrinter = true;
   QString printerName{};             // a CUPS queue; empty: the default printer
   std::optional<QPageSize> paper{};  // none: the printer's, and the locale's for files
+  int copies = 1;
+  QString sides{};  // CUPS "sides" (one-sided, two-sided-long-edge, ...); empty: the queue's
+  // A PDF file chosen in the window instead of a printer: the first document
+  // takes its name (the print dialog asked before replacing a file), each
+  // later one the next free name beside it (worksheet-2.pdf, ...).
+  QString chosenFile{};
   // One file that every document is written to instead, replacing what was
   // there ("-": standard output); nothing else is tried when it fails.
   QString outputFile{};
@@ -38,6 +46,15 @@ struct Printer {
 std::optional<Printer> defaultPrinter();
 // A queue by its name; the default printer when the name is empty.
 std::optional<Printer> findPrinter(const QString& name);
+
+// Where the choices of a print dialog send the documents: its printer with
+// the paper, copies and sides, or its PDF file; the folders stay as in `base`.
+Destinations chosenDestinations(const QPrinter& printer, Destinations base);
+
+// The name the next document into a chosen file takes: the file's own name
+// the first time in this run of the program, and then the first of
+// name-2.pdf, name-3.pdf, ... neither on the disk nor handed out before.
+QString nextChosenName(const QString& chosen);
 
 // Paper for files: Letter where the locale measures in inches, else A4.
 QPageSize localePaper();

@@ -35,7 +35,7 @@ void PageSpooler::endDocument() {
       streamed_.emplace_back(std::nullopt);
     } else {
       if (open_.empty()) return;
-      ready_.push_back(std::move(open_));
+      ready_.push_back({std::move(open_), where_});
       open_.clear();
     }
   }
@@ -46,6 +46,17 @@ bool PageSpooler::finish(std::chrono::milliseconds limit) {
   endDocument();
   std::unique_lock lock(mutex_);
   return idle_.wait_for(lock, limit, [this] { return ready_.empty() && streamed_.empty() && !delivering_; });
+}
+
+void PageSpooler::setDestinations(Destinations where) {
+  const std::lock_guard lock(mutex_);
+  where.outputFile = where_.outputFile;
+  where_ = std::move(where);
+}
+
+Destinations PageSpooler::destinations() const {
+  const std::lock_guard lock(mutex_);
+  return where_;
 }
 
 int PageSpooler::deliveredCount() const {
@@ -66,11 +77,12 @@ void PageSpooler::work() {
     wake_.wait(lock, [this] { return stopping_ || !ready_.empty() || !streamed_.empty(); });
     if (!streamed_.empty()) {
       std::optional<PageSnapshot> page = std::move(streamed_.front());
+      const Destinations where = where_;
       delivering_ = true;
       lock.unlock();
       bool lost = false;
       if (page) {
-        if (!stream) stream.emplace(where_.outputFile, where_.paper.value_or(localePaper()));
+        if (!stream) stream.emplace(where.outputFile, where.paper.value_or(localePaper()));
         stream->addPage(*page);
       } else if (stream) {
         QString error;
@@ -90,11 +102,11 @@ void PageSpooler::work() {
       continue;
     }
     if (ready_.empty()) return;
-    std::vector<PageSnapshot> document = std::move(ready_.front());
+    Document document = std::move(ready_.front());
     ready_.pop_front();
     delivering_ = true;
     lock.unlock();
-    const bool lost = deliverDocument(document, where_).place.isEmpty();
+    const bool lost = deliverDocument(document.pages, document.where).place.isEmpty();
     lock.lock();
     delivering_ = false;
     ++delivered_;

@@ -29,6 +29,11 @@ class PageSpooler {
   // The pages handed over since the last end form one document, which goes
   // to the worker for delivery. Nothing happens when there are none.
   void endDocument();
+  // Where the documents ended from now on go (a choice made in the window;
+  // the output file of a batch stays as it was).
+  void setDestinations(Destinations where);
+  Destinations destinations() const;
+
   // Ends the open document and waits until every document handed over is
   // delivered, at most `limit`; true when all were.
   bool finish(std::chrono::milliseconds limit);
@@ -40,12 +45,16 @@ class PageSpooler {
  private:
   void work();
 
-  const Destinations where_;
+  Destinations where_;
   mutable std::mutex mutex_;
   std::condition_variable wake_;
   std::condition_variable idle_;
   std::vector<PageSnapshot> open_;
-  std::deque<std::vector<PageSnapshot>> ready_;
+  struct Document {
+    std::vector<PageSnapshot> pages;
+    Destinations where;
+  };
+  std::deque<Document> ready_;
   // Into one output file, each page is painted as it comes (none: the end
   // of the document); the window waits when the painter is that far behind.
   const bool streaming_;

@@ -9,8 +9,14 @@
 
 #include "platform/qt/form_view.h"
 #include "platform/qt/page_snapshot.h"
+#include "platform/qt/print_choice.h"
 
 namespace quill::qt {
+
+QtPlatform::QtPlatform(Destinations where, std::optional<std::uint64_t> seed)
+    : seed_(seed), spooler_(std::move(where)) {}
+
+QtPlatform::~QtPlatform() = default;
 
 void QtPlatform::maximiseWindow() {
   if (view_ != nullptr && showsWindow) view_->maximise();
@@ -23,6 +29,14 @@ void QtPlatform::printWindow() {
 
 void QtPlatform::endDocument() {
   if (!oneDocument) spooler_.endDocument();
+}
+
+void QtPlatform::choosePrinter() {
+  if (view_ == nullptr || !showsWindow) return;
+  if (!printChoice_) printChoice_ = std::make_unique<PrintChoice>();
+  if (std::optional<Destinations> chosen = printChoice_->ask(view_, spooler_.destinations())) {
+    spooler_.setDestinations(std::move(*chosen));
+  }
 }
 
 void QtPlatform::refreshWindow() {

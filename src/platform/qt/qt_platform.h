@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include "platform/platform.h"
@@ -13,13 +14,14 @@
 namespace quill::qt {
 
 class FormView;
+class PrintChoice;
 
 class QtPlatform : public Platform {
  public:
   // Pages go to `where`; with a seed, the window's draws are the same every
   // time instead of following the time of day.
-  explicit QtPlatform(Destinations where = defaultDestinations(), std::optional<std::uint64_t> seed = {})
-      : seed_(seed), spooler_(std::move(where)) {}
+  explicit QtPlatform(Destinations where = defaultDestinations(), std::optional<std::uint64_t> seed = {});
+  ~QtPlatform() override;
 
   // Attaches the window that maximising, printing and refreshing act on.
   void attach(FormView* view) { view_ = view; }
@@ -27,6 +29,7 @@ class QtPlatform : public Platform {
   void maximiseWindow() override;
   void printWindow() override;
   void endDocument() override;
+  void choosePrinter() override;
   void refreshWindow() override;
   void yield() override;
   void waitForEvents() override;
@@ -43,6 +46,9 @@ class QtPlatform : public Platform {
   // All runs' pages as one document, ended by finishPrinting (a batch of
   // several pages of squares is one file).
   bool oneDocument = false;
+  // Where the window's documents go now: as started, or as last chosen.
+  Destinations destinations() const { return spooler_.destinations(); }
+
   // A batch's window is never shown: maximising and refreshing it would only
   // paint what nobody sees, and with no one to answer, its yields look at
   // the event loop only now and then.
@@ -54,6 +60,7 @@ class QtPlatform : public Platform {
   std::chrono::steady_clock::time_point lastEvents_;
   RandomSource random_;
   PageSpooler spooler_;
+  std::unique_ptr<PrintChoice> printChoice_;  // the print dialog's settings, once it has been opened
 };
 
 }  // namespace quill::qt

@@ -1,0 +1,29 @@
+// Choosing the printer, its paper, copies and sides, or a PDF file, with
+// Qt's print dialog.
+#pragma once
+
+#include <QPrinter>
+#include <optional>
+
+#include "platform/qt/page_delivery.h"
+
+class QWidget;
+
+namespace quill::qt {
+
+// The dialog's settings, kept from one opening to the next so that it shows
+// what was chosen last.
+class PrintChoice {
+ public:
+  PrintChoice();
+  // Opens the dialog over `window`; where the documents go after it was
+  // accepted (the folders as in `current`), nothing when it was cancelled.
+  std::optional<Destinations> ask(QWidget* window, const Destinations& current);
+  // The settings the dialog starts from and leaves its choices in.
+  QPrinter& settings() { return printer_; }
+
+ private:
+  QPrinter printer_;
+};
+
+}  // namespace quill::qt

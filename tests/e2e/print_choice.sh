@@ -1,0 +1,80 @@
+#!/bin/sh
+# End to end with a print service of the test's own and two queues, Front
+# (the default) and Back: "Printer..." in "Print Options" opens the print
+# dialog; after Back is chosen a run lands on Back; after "Print to File
+# (PDF)" with a file name, runs land in that file and then the next free name
+# beside it, and on no queue; Cancel changes nothing.
+# Usage: print_choice.sh QUILLION_BINARY
+#   (needs QUILLION_E2E_DISPLAY; root, for a print service of its own)
+set -u
+binary=$1
+. "$(dirname "$0")/common.sh"
+start_private_cups Front Back
+trap 'stop_private_cups' EXIT
+start_program
+out="$cups_dir/out"
+sheets="$work/sheets"
+mkdir "$sheets"
+
+# The menu with the mouse ("Print Options", then its fourth item), and the
+# dialog's fields by their mnemonics, as a person would.
+open_print_dialog() {
+  xdotool mousemove --window "$wid" 110 8 click 1
+  sleep 0.3
+  xdotool mousemove --window "$wid" 120 95 click 1
+  for _ in $(seq 50); do
+    [ -n "$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null)" ] && return 0
+    sleep 0.1
+  done
+  fail "no print dialog"
+}
+dialog_closed() {
+  for _ in $(seq 50); do
+    [ -z "$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null)" ] && return 0
+    sleep 0.1
+  done
+  fail "the print dialog did not close"
+}
+# "Create" with the start-up settings; waits for the run's document to be in $1.
+create_into() {
+  before=$(ls "$2" | wc -l)
+  xdotool mousemove --window "$wid" 328 190 click 1
+  for _ in $(seq 100); do
+    [ "$(ls "$2" | wc -l)" -gt "$before" ] && return 0
+    sleep 0.1
+  done
+  fail "$1: nothing arrived in $2 ($(ls "$out" "$sheets" | tr '\n' ' '))"
+}
+
+open_print_dialog
+xdotool type Back  # the printer list finds the queue by its name
+xdotool key Return
+dialog_closed
+create_into "the run after choosing Back" "$out"
+[ -n "$(ls "$out" | grep '^Back-job-')" ] && [ -z "$(ls "$out" | grep '^Front-job-')" ] ||
+  fail "the run did not land on Back alone: $(ls "$out")"
+
+open_print_dialog
+xdotool key alt+n End alt+f ctrl+a
+xdotool type "$sheets/worksheet.pdf"
+xdotool key Return
+dialog_closed
+create_into "the first run into a file" "$sheets"
+create_into "the second run into a file" "$sheets"
+open_print_dialog
+xdotool key alt+n Home Escape
+dialog_closed
+create_into "the run after Cancel" "$sheets"
+
+[ "$(ls "$sheets" | tr '\n' ' ')" = "worksheet-2.pdf worksheet-3.pdf worksheet.pdf " ] ||
+  fail "expected worksheet.pdf and the next free names beside it, got: $(ls -A "$sheets")"
+for sheet in "$sheets"/*; do
+  [ "$(pdfinfo "$sheet" | sed -n 's/^Pages: *//p')" = 2 ] || fail "$sheet does not hold a run's two pages"
+done
+[ "$(ls "$out" | wc -l)" -eq 1 ] || fail "a run into a file also reached a queue: $(ls "$out")"
+[ ! -e "$HOME/Quillion/pages" ] || fail "pages went to the pages folder: $(ls "$HOME/Quillion/pages")"
+[ ! -s "$work/log" ] || fail "the program said: $(cat "$work/log")"
+
+quit_program
+rm -rf "$work"
+echo "ok: a run on the chosen queue, runs into the chosen file under names of their own, Cancel keeping the choice"
