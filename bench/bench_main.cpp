@@ -9,10 +9,10 @@
 
 #include "construction/square_builder.h"
 #include "window/main_window.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/surface_widget.h"
-#include "platform/qt/page_delivery.h"
-#include "platform/qt/page_spooler.h"
+#include "qt/form_view.h"
+#include "qt/surface_widget.h"
+#include "qt/page_delivery.h"
+#include "qt/page_spooler.h"
 #include "bench_window.h"
 
 namespace quill {

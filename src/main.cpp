@@ -7,8 +7,8 @@
 
 #include "batch/batch.h"
 #include "window/main_window.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/form_view.h"
+#include "qt/qt_platform.h"
 
 int main(int argc, char* argv[]) {
   // A batch needs no display: chosen before Qt looks for one.

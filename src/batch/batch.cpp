@@ -21,8 +21,8 @@
 
 #include "construction/page_geometry.h"
 #include "platform/number_text.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/form_view.h"
+#include "qt/qt_platform.h"
 #include "screens/size_entry.h"
 #include "window/main_window.h"
 

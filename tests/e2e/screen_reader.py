@@ -12,6 +12,7 @@
 # Usage: screen_reader.py QUILLION_BINARY [--switch]
 #   --switch: accessibility on through the desktop's screen-reader setting,
 #   not QT_LINUX_ACCESSIBILITY_ALWAYS_ON.
+import faulthandler
 import os
 import shutil
 import subprocess
@@ -20,6 +21,7 @@ import threading
 import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+faulthandler.enable()  # a crash of the client itself says where it happened
 display = os.environ.get("QUILLION_E2E_DISPLAY")
 missing = [tool for tool in ("dbus-daemon", "/usr/libexec/at-spi-bus-launcher", "xdotool") if not shutil.which(tool)]
 try:

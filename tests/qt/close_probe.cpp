@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "window/main_window.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/form_view.h"
+#include "qt/qt_platform.h"
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 0);

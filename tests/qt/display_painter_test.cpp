@@ -10,8 +10,8 @@
 #include <random>
 #include <string>
 
-#include "platform/qt/appearance.h"
-#include "platform/qt/display_painter.h"
+#include "qt/appearance.h"
+#include "qt/display_painter.h"
 
 namespace quill::qt {
 namespace {

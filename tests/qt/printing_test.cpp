@@ -18,9 +18,9 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "platform/qt/form_view.h"
-#include "platform/qt/page_spooler.h"
-#include "platform/qt/qt_platform.h"
+#include "qt/form_view.h"
+#include "qt/page_spooler.h"
+#include "qt/qt_platform.h"
 #include "window/main_window.h"
 
 namespace quill::qt {

@@ -19,9 +19,9 @@
 #include <memory>
 
 #include "window/main_window.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/qt_platform.h"
-#include "platform/qt/surface_widget.h"
+#include "qt/form_view.h"
+#include "qt/qt_platform.h"
+#include "qt/surface_widget.h"
 
 namespace quill::qt {
 namespace {

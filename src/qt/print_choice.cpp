@@ -1,5 +1,5 @@
 // Qt's print dialog for the window's "Printer..." item.
-#include "platform/qt/print_choice.h"
+#include "qt/print_choice.h"
 
 #include <QPrintDialog>
 

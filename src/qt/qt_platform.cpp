@@ -1,5 +1,5 @@
 // Yield and wait are the event loop; End program leaves the process at once.
-#include "platform/qt/qt_platform.h"
+#include "qt/qt_platform.h"
 
 #include <QCoreApplication>
 #include <QTime>
@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/qt/form_view.h"
-#include "platform/qt/page_snapshot.h"
-#include "platform/qt/print_choice.h"
+#include "qt/form_view.h"
+#include "qt/page_snapshot.h"
+#include "qt/print_choice.h"
 
 namespace quill::qt {
 

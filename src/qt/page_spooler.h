@@ -13,7 +13,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/qt/page_delivery.h"
+#include "qt/page_delivery.h"
 
 namespace quill::qt {
 

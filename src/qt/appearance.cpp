@@ -1,5 +1,5 @@
 // The window's fonts, palette and style.
-#include "platform/qt/appearance.h"
+#include "qt/appearance.h"
 
 #include <QStyle>
 #include <QStyleFactory>

@@ -7,7 +7,7 @@
 // and a box that would change no pixel is left out. An operation moves ahead
 // of others only past what it does not touch, so the picture is the one that
 // painting in order gives.
-#include "platform/qt/display_painter.h"
+#include "qt/display_painter.h"
 
 #include <QFontMetricsF>
 #include <QGlyphRun>
@@ -20,7 +20,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/qt/appearance.h"
+#include "qt/appearance.h"
 
 namespace quill::qt {
 

@@ -1,5 +1,5 @@
 // The one table from Qt key values to classic virtual-key numbers.
-#include "platform/qt/key_codes.h"
+#include "qt/key_codes.h"
 
 #include <array>
 #include <utility>

@@ -1,13 +1,13 @@
 // Taking a page from the window, and painting it as vector drawing.
-#include "platform/qt/page_snapshot.h"
+#include "qt/page_snapshot.h"
 
 #include <QWidget>
 #include <algorithm>
 
-#include "platform/qt/control_widgets.h"
-#include "platform/qt/appearance.h"
-#include "platform/qt/form_view.h"
-#include "platform/qt/display_painter.h"
+#include "qt/control_widgets.h"
+#include "qt/appearance.h"
+#include "qt/form_view.h"
+#include "qt/display_painter.h"
 
 namespace quill::qt {
 

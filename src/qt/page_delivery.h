@@ -15,7 +15,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/qt/page_snapshot.h"
+#include "qt/page_snapshot.h"
 
 namespace quill::qt {
 

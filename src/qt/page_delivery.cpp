@@ -1,5 +1,5 @@
 // Delivering a document: CUPS for the printer, checked writes for files.
-#include "platform/qt/page_delivery.h"
+#include "qt/page_delivery.h"
 
 #include <cups/cups.h>
 #include <cups/pwg.h>

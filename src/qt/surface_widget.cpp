@@ -1,5 +1,5 @@
 // Painting the display list and forwarding the surface's mouse and key events.
-#include "platform/qt/surface_widget.h"
+#include "qt/surface_widget.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -7,10 +7,10 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/qt/appearance.h"
-#include "platform/qt/display_painter.h"
-#include "platform/qt/key_codes.h"
-#include "platform/qt/surface_accessible.h"
+#include "qt/appearance.h"
+#include "qt/display_painter.h"
+#include "qt/key_codes.h"
+#include "qt/surface_accessible.h"
 
 namespace quill::qt {
 

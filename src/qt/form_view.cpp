@@ -1,5 +1,5 @@
 // Building the widgets and menus from the Form, and the binding in both directions.
-#include "platform/qt/form_view.h"
+#include "qt/form_view.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -12,11 +12,11 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "platform/qt/control_widgets.h"
-#include "platform/qt/appearance.h"
-#include "platform/qt/key_codes.h"
-#include "platform/qt/surface_accessible.h"
-#include "platform/qt/surface_widget.h"
+#include "qt/control_widgets.h"
+#include "qt/appearance.h"
+#include "qt/key_codes.h"
+#include "qt/surface_accessible.h"
+#include "qt/surface_widget.h"
 
 namespace quill::qt {
 

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "platform/platform.h"
-#include "platform/qt/page_spooler.h"
+#include "qt/page_spooler.h"
 #include "platform/random_source.h"
 
 namespace quill::qt {

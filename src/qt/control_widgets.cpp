@@ -1,5 +1,5 @@
 // Painting of the wrapping button, the wrapping check box and the illustrations.
-#include "platform/qt/control_widgets.h"
+#include "qt/control_widgets.h"
 
 #include <QPainter>
 #include <QStyleOptionButton>

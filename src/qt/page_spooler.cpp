@@ -1,5 +1,5 @@
 // The spooler's queue and its worker.
-#include "platform/qt/page_spooler.h"
+#include "qt/page_spooler.h"
 
 namespace quill::qt {
 

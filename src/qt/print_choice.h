@@ -5,7 +5,7 @@
 #include <QPrinter>
 #include <optional>
 
-#include "platform/qt/page_delivery.h"
+#include "qt/page_delivery.h"
 
 class QWidget;
 

@@ -11,7 +11,7 @@
 //   never yields null (a cell outside the table answers as invalid);
 // - a cell's name is looked up, not searched for, so reading a large grid
 //   costs no more than its cells.
-#include "platform/qt/surface_accessible.h"
+#include "qt/surface_accessible.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -23,7 +23,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/qt/surface_widget.h"
+#include "qt/surface_widget.h"
 
 namespace quill::qt {
 
