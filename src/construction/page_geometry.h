@@ -15,6 +15,12 @@ constexpr int surfaceHeight = 530;
 constexpr int kMargin = 8;
 constexpr int kRowHeight = 18;
 
+// A square larger than the page is printed as a key square and continuation
+// squares: the ranks of the key square's top-left corner, this many cells a
+// side, give the continuation squares their starting numbers, one each.
+constexpr int kKeyCorner = 5;
+constexpr int kContinuationSquares = kKeyCorner * kKeyCorner;
+
 // A drawn number takes up to 8 units per character. A cell is 24 units
 // wide, or as wide as its numbers when they have more than three characters.
 constexpr int kUnitsPerCharacter = 8;

@@ -69,8 +69,8 @@ void RunPages::printAnswerPage(int n, const page::Placement& pageEnd, const Step
 }
 
 void RunPages::keepKeyCorner(const Square& square) {
-  for (int c = 1; c <= 5; ++c) {
-    for (int r = 1; r <= 5; ++r) keyRanks[c][r] = square.squareRanks[c][r];
+  for (int c = 1; c <= page::kKeyCorner; ++c) {
+    for (int r = 1; r <= page::kKeyCorner; ++r) keyRanks[c][r] = square.squareRanks[c][r];
   }
   keyColumn = 0;
   keyRow = 1;
@@ -78,9 +78,9 @@ void RunPages::keepKeyCorner(const Square& square) {
 
 double RunPages::nextKeyRank() {
   // Row by row through the corner; after its last cell, from the first row again.
-  if (++keyColumn > 5) {
+  if (++keyColumn > page::kKeyCorner) {
     keyColumn = 1;
-    if (++keyRow > 5) keyRow = 1;
+    if (++keyRow > page::kKeyCorner) keyRow = 1;
   }
   return keyRanks[keyColumn][keyRow];
 }

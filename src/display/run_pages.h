@@ -50,7 +50,7 @@ class RunPages {
   // The page buffers hold every page cell a square that fits can reach: 29
   // columns and rows at most.
   static constexpr int kPageCells = 30;
-  static constexpr int kKeyCells = 6;
+  static constexpr int kKeyCells = page::kKeyCorner + 1;
 
   RunControl& run_;
   SquareDisplay& display_;

@@ -36,20 +36,22 @@ void SquareDisplay::drawTile(const page::Placement& at, const page::Tile& tile, 
     if (y <= bottom) surface_.fillBox(f(at.gridLeft), f(y), f(right), f(y), palette::black);
   }
 
-  // Each number starts 2 right of and 3 below its cell's corner; a
-  // non-negative number among negative ones 3 further right.
   for (int r = 0; r < tile.rows; ++r) {
     for (int c = 0; c < tile.columns; ++c) {
-      const int drawX = at.gridLeft + 2 + c * w;
-      const int drawY = at.gridTop + 3 + r * h;
+      const int cellLeft = at.gridLeft + c * w;
+      const int cellTop = at.gridTop + r * h;
       const CellLook look = cellAt(tile.firstColumn + c, tile.firstRow + r);
-      if (look.shaded) surface_.fillBox(f(drawX - 1), f(drawY - 2), f(drawX + w - 3), f(drawY + 14), palette::lightGrey);
-      const int textX = drawX + (look.shifted ? 3 : 0);
-      surface_.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::white);
-      if (look.shaded) surface_.fillBox(f(textX), f(drawY), f(textX), f(drawY), palette::lightGrey);
+      // The shading is the cell's inside, one pixel clear of its four lines.
+      if (look.shaded) {
+        surface_.fillBox(f(cellLeft + 1), f(cellTop + 1), f(cellLeft + w - 1), f(cellTop + h - 1), palette::lightGrey);
+      }
+      const TextPlace text = numberPlace(cellLeft, cellTop, look.shifted);
+      surface_.fillBox(f(text.x), f(text.y), f(text.x), f(text.y), palette::white);
+      if (look.shaded) surface_.fillBox(f(text.x), f(text.y), f(text.x), f(text.y), palette::lightGrey);
       if (look.text) {
         surface_.printText(*look.text);
-        surface_.nameCell(f(drawX), f(drawY), *look.text);
+        const TextPlace unshifted = numberPlace(cellLeft, cellTop, false);
+        surface_.nameCell(f(unshifted.x), f(unshifted.y), *look.text);
       }
     }
   }

@@ -26,6 +26,16 @@ struct CellLook {
 };
 using CellLookup = std::function<CellLook(int column, int row)>;
 
+// Where a number is written in its cell: 2 right of and 3 below the cell's
+// top-left grid corner, and 3 further right for a non-negative number among
+// negative ones.
+struct TextPlace {
+  int x, y;
+};
+constexpr TextPlace numberPlace(int cellLeft, int cellTop, bool shifted) {
+  return {cellLeft + 2 + (shifted ? 3 : 0), cellTop + 3};
+}
+
 // What showsquare draws of a square.
 struct SquareView {
   bool showAnswers = false;        // every answer, or the puzzle with its blanks empty
@@ -39,12 +49,9 @@ class SquareDisplay {
   // The cells of a square of size n holding these numbers: characters,
   // width, and how many fit one tile.
   void prepareLayout(int n, const Progression& numbers);
-  int numberChars() const { return numberChars_; }
   // Characters of the widest number before the room for a minus sign.
   std::int16_t entryMaxLength() const { return entryMaxLength_; }
   int cellWidth() const { return cellWidth_; }
-  int visibleColumns() const { return visibleColumns_; }
-  int visibleRows() const { return visibleRows_; }
 
   // The square with its top-left corner at `at`; a square larger than the
   // page as tiles from the page's corner, each printed as it is drawn.

@@ -42,6 +42,12 @@ struct PuzzleSettings {
   int crossLineChoice = family::off;
   int scatteredCrossDiagonalChoice = family::off;
   int scatteredCrossLineChoice = family::off;
+
+  // No pattern family chosen: at start-up, and before a run reads the boxes.
+  void clearFamilies() {
+    crossDiagonalChoice = crossLineChoice = family::off;
+    scatteredCrossDiagonalChoice = scatteredCrossLineChoice = family::off;
+  }
 };
 
 template <class Blanks>

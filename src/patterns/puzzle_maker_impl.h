@@ -9,6 +9,7 @@
 
 #include <algorithm>
 
+#include "construction/page_geometry.h"
 #include "patterns/puzzle_maker.h"
 
 namespace quill {
@@ -314,18 +315,18 @@ std::optional<typename BasicPuzzleMaker<Blanks>::ReservedLine> BasicPuzzleMaker<
 
 template <class Blanks>
 void BasicPuzzleMaker<Blanks>::blankKeyCell(Square& square) {
-  // The extra blank lies on the reserved line, in the top-left 5 by 5 corner;
-  // without such a cell there is none.
+  // The extra blank lies on the reserved line, in the key corner; without
+  // such a cell there is none.
   if (reservedLineChosen == 0) return;
   n_ = square.n;
   bool crossesCorner = false;
-  for (int c = 1; c <= 5 && !crossesCorner; ++c) {
-    for (int r = 1; r <= 5 && !crossesCorner; ++r) crossesCorner = reservedLineMeets(c, r);
+  for (int c = 1; c <= page::kKeyCorner && !crossesCorner; ++c) {
+    for (int r = 1; r <= page::kKeyCorner && !crossesCorner; ++r) crossesCorner = reservedLineMeets(c, r);
   }
   if (!crossesCorner) return;
   do {
-    cursorX = run_.randomWhole(5);
-    cursorY = run_.randomWhole(5);
+    cursorX = run_.randomWhole(page::kKeyCorner);
+    cursorY = run_.randomWhole(page::kKeyCorner);
   } while (!reservedLineMeets(cursorX, cursorY));
   square.squareNumbers[cursorX][cursorY] = kLineMarker[1];
 }

@@ -200,6 +200,8 @@ void Form::userMouseDown(int button, int shift, float x, float y) {
 
 void Form::userClose() { run(onUnload); }
 
+void Form::userTerminate() { run(onTerminate); }
+
 void Form::surfaceChanged(const SurfaceChange& change) {
   if (observer_ != nullptr) observer_->surfaceChanged(change);
 }

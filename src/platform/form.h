@@ -252,12 +252,14 @@ class Form : private SurfaceListener {
   std::function<void(int keyCode, int shift)> onKeyDown;
   std::function<void(int button, int shift, float x, float y)> onMouseDown;
   std::function<void()> onUnload;
+  std::function<void()> onTerminate;
 
   // Delivered by the platform binding or a test.
   void userActivate();  // runs onActivate the first time only
   void userKeyDown(int keyCode, int shift = 0);
   void userMouseDown(int button, int shift, float x, float y);
   void userClose();
+  void userTerminate();  // the end of the window: the application is ending
 
   void setObserver(FormObserver* observer) { observer_ = observer; }
   FormObserver* observer() const { return observer_; }

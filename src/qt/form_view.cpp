@@ -54,6 +54,9 @@ FormView::FormView(Form& form) : form_(form) {
   setCentralWidget(surface_);
   buildMenus();
   buildControls();
+  // The application ending (the desktop session closing, say) ends the
+  // window's program as closing the window does.
+  connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { form_.userTerminate(); });
   // F10 opens the menu bar, as on every desktop; no handler uses the key.
   auto* openMenus = new QShortcut(QKeySequence(Qt::Key_F10), this);
   connect(openMenus, &QShortcut::activated, this, [this] {

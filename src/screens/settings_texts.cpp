@@ -18,6 +18,11 @@ std::string magicTotalCaption(const Progression& numbers) {
   return magicTotalText.size() <= 11 ? "Magic Total = " + magicTotalText : "Magic Total is {very large!}";
 }
 
+std::string sizeText(int n) {
+  const std::string t = numberText(n);
+  return "(" + t + " by " + t + ")";
+}
+
 std::string lastNumberCaption(const Progression& numbers) {
   const std::string last = numberText(numbers.lastNumber());
   return last.size() <= 7 ? "Last number equals: " + last : "Last number is {very large!}";
@@ -26,8 +31,7 @@ std::string lastNumberCaption(const Progression& numbers) {
 CountingExplanation countingExplanation(int n) {
   const std::string complete = "\"Complete\"";
   const std::string t = numberText(n);
-  const std::string ofSize = "(" + t + " by " + t + ")";
-  const std::string question = "How many " + ofSize + " " + complete + " Magic Squares are there?:";
+  const std::string question = "How many " + sizeText(n) + " " + complete + " Magic Squares are there?:";
   if (n == 5) {
     return {question, "There are 576 fundamental squares.",
             "Each Square yields 25 other squares by row and column shift: (576 * 25 = 14400).",
@@ -53,7 +57,7 @@ CountingExplanation countingExplanation(int n) {
               nSquared + " = " + shifted + ").",
           "Each Square can also be rotated three times to produce three more squares: (" + shifted + " * 4 = " +
               total + ").",
-          "Therefore, there are exactly " + total + " " + complete + " Magic Squares of " + ofSize + "."};
+          "Therefore, there are exactly " + total + " " + complete + " Magic Squares of " + sizeText(n) + "."};
 }
 
 }  // namespace quill

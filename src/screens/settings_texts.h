@@ -13,6 +13,8 @@ namespace quill {
 std::string magicTotalCaption(const Progression& numbers);
 // "Last number equals: 25", or "Last number is {very large!}" past 7 characters.
 std::string lastNumberCaption(const Progression& numbers);
+// A square's size as the captions write it: "(7 by 7)".
+std::string sizeText(int n);
 
 // The counting explanation's five captions.
 struct CountingExplanation {

@@ -4,6 +4,7 @@
 
 #include "window/main_window.h"
 #include "platform/number_text.h"
+#include "screens/settings_texts.h"
 
 namespace quill {
 
@@ -42,20 +43,16 @@ void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
 }
 
 std::string MainWindow::progressCaption() const {
-  const std::string t = numberText(squareSize);
   const char* ending = printChoice == PrintChoice::PuzzlesAndAnswers ? " puzzles and answers left to print."
                        : printChoice == PrintChoice::Puzzles         ? " puzzles left to print."
                                           : " squares left to print.";
-  return std::string(pagePhase == 1 ? "Creating Giant (" : "Creating (") + t + " by " + t +
-         ") Complete Magic Square(s): " + numberText(runTotal - runDone) + " out of " + numberText(runTotal) +
+  return std::string(pagePhase == 1 ? "Creating Giant " : "Creating ") + sizeText(squareSize) +
+         " Complete Magic Square(s): " + numberText(runTotal - runDone) + " out of " + numberText(runTotal) +
          ending;
 }
 
 void MainWindow::readPatternChoices() {
-  puzzle.crossDiagonalChoice = family::off;
-  puzzle.crossLineChoice = family::off;
-  puzzle.scatteredCrossDiagonalChoice = family::off;
-  puzzle.scatteredCrossLineChoice = family::off;
+  puzzle.clearFamilies();
   if (squareSize == 5) {
     takePairChoice(Check4, Check5, puzzle.crossDiagonalChoice);
     takePairChoice(Check6, Check7, puzzle.crossLineChoice);

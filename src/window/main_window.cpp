@@ -8,6 +8,7 @@ MainWindow::MainWindow(Platform& platform) : platform_(platform) { wireEvents();
 void MainWindow::wireEvents() {
   onActivate = [this] { Form_Activate(); };
   onUnload = [this] { Form_Unload(); };
+  onTerminate = [this] { Form_Terminate(); };
 
   onKeyDown = [this](int key, int shift) { Form_KeyDown(key, shift); };
   onMouseDown = [this](int button, int shift, float x, float y) { Form_MouseDown(button, shift, x, y); };

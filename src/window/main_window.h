@@ -109,8 +109,7 @@ class MainWindow : public MainForm, private WindowState {
   Square& square() { return builder_.square(); }
   const Square& square() const { return builder_.square(); }
 
-  // The cell layout, and the drawing of squares.
-  const SquareDisplay& display() const { return display_; }
+  // The cell layout.
   int cellWidth() const { return display_.cellWidth(); }
   // A practice puzzle stands where a page's first square does; clicks are
   // measured from there.

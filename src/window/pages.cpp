@@ -9,10 +9,7 @@ void MainWindow::Form_Activate() {
   puzzle.difficultyLevel = Difficulty::Challenging;
   puzzle.mainLinesChoice = 1;
   puzzle.allDiagonalsChoice = 0;
-  puzzle.crossDiagonalChoice = family::off;
-  puzzle.crossLineChoice = family::off;
-  puzzle.scatteredCrossDiagonalChoice = family::off;
-  puzzle.scatteredCrossLineChoice = family::off;
+  puzzle.clearFamilies();
   practiceActive = 0;
   highlightAnswers = 1;
   options1.setVisible(false);
@@ -24,9 +21,7 @@ void MainWindow::Form_Activate() {
   runDone = 0;
   platform_.seedRandom(platform_.secondsSinceMidnight());
   printChoice = PrintChoice::PuzzlesAndAnswers;
-  puzzle.difficultyLevel = Difficulty::Challenging;
   puzzle.blankTarget = 100;
-  puzzle.allDiagonalsChoice = 0;
 }
 
 void MainWindow::quit_Click() { platform_.endProgram(); }

@@ -5,25 +5,17 @@
 
 #include "display/cell_entry.h"
 #include "platform/number_text.h"
+#include "screens/settings_texts.h"
 #include "window/main_window.h"
 
 namespace quill {
 
-namespace {
-
-std::string bySize(int n) {
-  const std::string t = numberText(n);
-  return "(" + t + " by " + t + ")";
-}
-
-}  // namespace
-
 std::string MainWindow::practiceCreationCaption() const {
-  return "Creating " + bySize(squareSize) + " Complete Magic Square (with blanks)";
+  return "Creating " + sizeText(squareSize) + " Complete Magic Square (with blanks)";
 }
 
 std::string MainWindow::scoreCaption() const {
-  return "Number of " + bySize(squareSize) + " Complete Magic Square(s) solved: " + numberText(runDone) +
+  return "Number of " + sizeText(squareSize) + " Complete Magic Square(s) solved: " + numberText(runDone) +
          " / Numbers correct: " + numberText(correctCount) + " / Numbers incorrect: " + numberText(incorrectCount);
 }
 
@@ -192,11 +184,12 @@ void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
     return;
   }
 
-  // The answer in print form, one unit left of where the drawing puts numbers.
+  // The answer in print form, three units left of where the drawing writes
+  // numbers.
   square().squareNumbers[originX][originY] = answer;
-  const int shift = progression().holdsNegatives() && answer >= 0 ? 3 : 0;
-  const auto left = static_cast<float>(cursorX + shift - 1);
-  const auto top = static_cast<float>(cursorY + 3);
+  const TextPlace drawn = numberPlace(cursorX, cursorY, progression().holdsNegatives() && answer >= 0);
+  const auto left = static_cast<float>(drawn.x - 3);
+  const auto top = static_cast<float>(drawn.y);
   surface().fillBox(left, top, left, top, palette::white);
   surface().printText(printNumberText(answer));
   surface().nameCell(static_cast<float>(cursorX + 1), static_cast<float>(cursorY + 1), numberText(answer));

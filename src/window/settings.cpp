@@ -92,7 +92,6 @@ void MainWindow::syncPrintCount() {
 void MainWindow::refreshAfterSettingChange() {
   refreshCellMetrics();
   refreshPageFit();
-  refreshCellMetrics();
   syncPrintCount();
 }
 
