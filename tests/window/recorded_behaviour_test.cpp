@@ -5,35 +5,77 @@
 // visible controls, every title seen at a yield, the counts of draws, yields,
 // maximises and refreshes, the final state of every control and menu item)
 // and held to the digest recorded when the behaviour was last meant to change.
-// After an intended change: QUILLION_PRINT_DIGESTS=1 prints the new digests.
+// Each session is also kept part by part (a title, a window's state, a page,
+// a count) in recorded_sessions.txt, so that a difference is named by the
+// first session and the first part of it that differs.
+// After an intended change: QUILLION_PRINT_DIGESTS=1 prints the new digests
+// and writes the sessions file anew.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <map>
 #include <memory>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "support/window_fixture.h"
 
 namespace quill::testing {
 namespace {
 
+// One part of a session's record: what it is, the hash of its items, and
+// the first of them as text, to show.
+struct Part {
+  std::string label;
+  std::uint64_t hash = 1469598103934665603ULL;
+  std::string shown;
+
+  // As the sessions file holds it: the label, and the hash cut to 24 bits
+  // (a count's label holds its value, which is all there is to it).
+  std::string entry() const {
+    if (label.find('=') != std::string::npos) return label;
+    char hex[16];
+    std::snprintf(hex, sizeof hex, "%06llx", static_cast<unsigned long long>(hash & 0xffffffULL));
+    return label + ":" + hex;
+  }
+};
+
 class Digest {
  public:
   void add(const std::string& text) {
-    for (const unsigned char c : text) step(c);
-    step(0xff);
+    for (const unsigned char c : text) step(hash_, c);
+    step(hash_, 0xff);
+    if (parts_.empty()) return;
+    Part& part = parts_[current_];
+    for (const unsigned char c : text) step(part.hash, c);
+    step(part.hash, 0xff);
+    if (part.shown.size() < 160) part.shown += (part.shown.empty() ? "" : " | ") + text;
   }
   void add(double value) {
     char text[32];
     std::snprintf(text, sizeof text, "%.17g", value);
     add(std::string(text));
   }
+  // The items from here on go to the session's part of that label, made
+  // the first time (the titles, say, are one part); the digest itself does
+  // not change.
+  void part(const std::string& label) {
+    const auto found = std::find_if(parts_.begin(), parts_.end(), [&](const Part& p) { return p.label == label; });
+    current_ = static_cast<std::size_t>(found - parts_.begin());
+    if (found == parts_.end()) parts_.push_back({label, Part{}.hash, {}});
+  }
+  std::vector<Part> takeParts() { return std::exchange(parts_, {}); }
   std::uint64_t value() const { return hash_; }
 
  private:
-  void step(unsigned char c) { hash_ = (hash_ ^ c) * 1099511628211ULL; }
+  static void step(std::uint64_t& hash, unsigned char c) { hash = (hash ^ c) * 1099511628211ULL; }
   std::uint64_t hash_ = 1469598103934665603ULL;
+  std::vector<Part> parts_;
+  std::size_t current_ = 0;
 };
 
 struct Picks {
@@ -41,7 +83,9 @@ struct Picks {
   int pick(int count) { return static_cast<int>(random.next() * count); }
 };
 
+// Every state of the window the session recorded is one part, "windows".
 void digestWindow(Digest& d, const MainWindow& w) {
+  d.part("windows");
   for (const Control* c : w.controls()) {
     d.add(c->name() + (c->visible() ? "V" : "-") + (c->enabled() ? "E" : "-") + c->text() + c->accessibleName());
     for (const double v : {c->value() * 1.0, c->rect().left * 1.0, c->rect().top * 1.0, c->maxLength() * 1.0}) d.add(v);
@@ -109,9 +153,11 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
   std::string lastCaption;
   const auto noteCaption = [&] {
     if (w.caption() == lastCaption) return;
+    d.part("titles");
     d.add(lastCaption = w.caption());
     digestWindow(d, w);
     if (!practice) return;
+    d.part("practice");
     for (const DrawOp& op : w.surface().ops()) d.add(op.text + std::to_string(op.x1 + op.y1));
   };
   if (!practice) {
@@ -156,7 +202,9 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
     };
     w.Command4.userClick();
   }
-  for (const PrintedPage& page : platform.pages) {
+  for (std::size_t k = 0; k < platform.pages.size(); ++k) {
+    const PrintedPage& page = platform.pages[k];
+    d.part("page" + std::to_string(k + 1) + "x" + std::to_string(page.drawing.size()));
     d.add("page");
     for (const DrawOp& op : page.drawing) {
       for (const double v : {static_cast<double>(op.kind), static_cast<double>(op.x1), static_cast<double>(op.y1),
@@ -167,17 +215,70 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
     }
     for (const std::string& name : page.visibleControls) d.add(name);
   }
-  for (const std::size_t v : {platform.pages.size(), platform.documentEnds.size()}) d.add(std::to_string(v));
-  for (const int v : {platform.randomCount, platform.yieldCount, platform.maximiseCount, platform.refreshCount,
-                      platform.seedCount, static_cast<int>(platform.lastSeed)}) {
+  const std::pair<const char*, long long> counts[] = {
+      {"pages", static_cast<long long>(platform.pages.size())},
+      {"ends", static_cast<long long>(platform.documentEnds.size())},
+      {"draws", platform.randomCount},
+      {"yields", platform.yieldCount},
+      {"maximises", platform.maximiseCount},
+      {"refreshes", platform.refreshCount},
+      {"seedings", platform.seedCount},
+      {"seed", static_cast<int>(platform.lastSeed)}};
+  for (const auto& [name, v] : counts) {
+    d.part(std::string(name) + "=" + std::to_string(v));
     d.add(std::to_string(v));
   }
   digestWindow(d, w);
+  d.part("drawing");
   for (const DrawOp& op : w.surface().ops()) d.add(op.text);
+}
+
+// The sessions file: a line a session, "group seed entry entry ...", an
+// entry "label:hash" or, for a count, "name=value". Labels: windows (every
+// state of the window recorded), titles, practice (the practice drawings),
+// pageKxN (the K-th page printed, of N operations), drawing (at the end).
+using Sessions = std::map<std::pair<std::string, std::uint64_t>, std::vector<std::string>>;
+
+Sessions readSessions() {
+  Sessions sessions;
+  std::ifstream file(QUILLION_RECORDED_SESSIONS);
+  std::string line;
+  while (std::getline(file, line)) {
+    std::istringstream words(line);
+    std::string group;
+    std::uint64_t seed = 0;
+    words >> group >> seed;
+    std::vector<std::string>& entries = sessions[{group, seed}];
+    for (std::string entry; words >> entry;) entries.push_back(entry);
+  }
+  return sessions;
+}
+
+// Where a group's sessions first differ from the recorded ones: the seed,
+// and each part of that session that differs (a title, a count, a page),
+// with the first of what it holds now.
+std::string firstDifference(const std::string& group, const std::map<std::uint64_t, std::vector<Part>>& now,
+                            const Sessions& recorded) {
+  for (const auto& [seed, parts] : now) {
+    const auto found = recorded.find({group, seed});
+    if (found == recorded.end()) return "seed " + std::to_string(seed) + " is not in " + QUILLION_RECORDED_SESSIONS;
+    const std::vector<std::string>& was = found->second;
+    std::string differences;
+    for (std::size_t i = 0; i < std::max(parts.size(), was.size()); ++i) {
+      const std::string entry = i < parts.size() ? parts[i].entry() : "(nothing)";
+      const std::string before = i < was.size() ? was[i] : "(nothing)";
+      if (entry == before) continue;
+      differences += "\n  recorded " + before + ", now " + entry;
+      if (i < parts.size()) differences += ": " + parts[i].shown.substr(0, 120);
+    }
+    if (!differences.empty()) return "the first session to differ is seed " + std::to_string(seed) + differences;
+  }
+  return "every session matches the sessions file, which is older than the digest";
 }
 
 struct Group {
   const char* name;
+  const char* key;  // its name in the sessions file
   std::uint64_t firstSeed, seeds;
   bool practice, fractionalBlanks;
   std::uint64_t recorded;
@@ -185,19 +286,32 @@ struct Group {
 
 TEST(RecordedBehaviour, EverySeedGivesTheRecordedSessions) {
   const Group groups[] = {
-      {"runs", 1, 400, false, false, 0x078659e3d4479851ULL},
-      {"more runs", 401, 400, false, false, 0xafd3e48305af07c0ULL},
-      {"practice", 1, 150, true, false, 0x4b0666a93ceda3adULL},
-      {"fractional blank targets", 1, 150, false, true, 0xfa6489cd20b44091ULL},
+      {"runs", "runs", 1, 400, false, false, 0x078659e3d4479851ULL},
+      {"more runs", "more-runs", 401, 400, false, false, 0xafd3e48305af07c0ULL},
+      {"practice", "practice", 1, 150, true, false, 0x4b0666a93ceda3adULL},
+      {"fractional blank targets", "fractional", 1, 150, false, true, 0xfa6489cd20b44091ULL},
   };
   const bool print = std::getenv("QUILLION_PRINT_DIGESTS") != nullptr;
+  std::ofstream rewritten;
+  if (print) rewritten.open(QUILLION_RECORDED_SESSIONS);
+  const Sessions recorded = print ? Sessions{} : readSessions();
   for (const Group& g : groups) {
     Digest d;
+    std::map<std::uint64_t, std::vector<Part>> sessions;
     for (std::uint64_t seed = g.firstSeed; seed < g.firstSeed + g.seeds; ++seed) {
       playSession(d, seed, g.practice, g.fractionalBlanks);
+      sessions[seed] = d.takeParts();
     }
-    if (print) std::printf("%s: 0x%016llxULL\n", g.name, static_cast<unsigned long long>(d.value()));
-    EXPECT_EQ(d.value(), g.recorded) << g.name;
+    if (print) {
+      std::printf("%s: 0x%016llxULL\n", g.name, static_cast<unsigned long long>(d.value()));
+      for (const auto& [seed, parts] : sessions) {
+        rewritten << g.key << ' ' << seed;
+        for (const Part& part : parts) rewritten << ' ' << part.entry();
+        rewritten << '\n';
+      }
+      continue;
+    }
+    EXPECT_EQ(d.value(), g.recorded) << g.name << ": " << firstDifference(g.key, sessions, recorded);
   }
 }
 
