@@ -23,10 +23,11 @@ using Window = BenchWindow<MainWindow>;
 void BM_BuildSquare(benchmark::State& state) {
   QuietPlatform platform;
   RunControl run(platform);
-  auto builder = std::make_unique<SquareBuilder>(run);
+  const BuildSteps steps = run.buildSteps();
+  auto square = std::make_unique<Square>();
   for (auto _ : state) {
-    builder->buildsquare(static_cast<int>(state.range(0)), 1, 1);
-    benchmark::DoNotOptimize(builder->square().squareNumbers[1][1]);
+    buildSquare(*square, static_cast<int>(state.range(0)), 1, 1, steps);
+    benchmark::DoNotOptimize(square->squareNumbers[1][1]);
   }
   state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(0));
 }
@@ -61,14 +62,14 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   qt::FormView view(session.w);
   // A run leaves the surface empty, so the page is drawn here as a run draws it.
   RunControl run(session.platform);
-  auto builder = std::make_unique<SquareBuilder>(run);
-  builder->buildsquare(5, 1, 1);
+  auto square = std::make_unique<Square>();
+  buildSquare(*square, 5, 1, 1, run.buildSteps());
   SquareDisplay display(session.platform, session.w.surface());
   const Progression numbers{5, 1, 1};
   display.prepareLayout(5, numbers);
   for (int row = 0; row < 5; ++row) {
     for (int column = 0; column < 5; ++column) {
-      display.showsquare(builder->square(), {8 + 144 * column, 8 + 108 * row, 1, 1}, numbers, {});
+      display.showsquare(*square, {8 + 144 * column, 8 + 108 * row, 1, 1}, numbers, {});
     }
   }
   QTemporaryDir folder;

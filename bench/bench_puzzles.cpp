@@ -29,11 +29,11 @@ template <class Blanks>
 void makePuzzles(benchmark::State& state) {
   QuietPlatform platform;
   RunControl run(platform);
-  auto builder = std::make_unique<SquareBuilder>(run);
   auto maker = std::make_unique<BasicPuzzleMaker<Counting<Blanks>>>(run);
   const int n = static_cast<int>(state.range(0));
-  builder->buildsquare(n, 1, 1);
-  const Square square = builder->square();
+  auto built = std::make_unique<Square>();
+  buildSquare(*built, n, 1, 1, run.buildSteps());
+  auto puzzle = std::make_unique<Square>();
   PuzzleSettings settings;
   settings.mainLinesChoice = 1;
   settings.blankTarget = static_cast<double>(state.range(1));
@@ -43,9 +43,9 @@ void makePuzzles(benchmark::State& state) {
   long blanks = 0;
   checks = 0;
   for (auto _ : state) {
-    builder->square() = square;
+    *puzzle = *built;
     platform.restartRandom();
-    maker->makePuzzle(builder->square(), settings);
+    maker->makePuzzle(*puzzle, settings);
     blanks += maker->rankCounter() - 1;
   }
   const auto perPuzzle = [&](double total) {

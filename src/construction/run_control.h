@@ -3,6 +3,7 @@
 // it is read, and the platform's random numbers.
 #pragma once
 
+#include "construction/square_builder.h"
 #include "platform/platform.h"
 
 namespace quill {
@@ -37,10 +38,19 @@ class RunControl {
   };
   Selection selection;
 
+  // Yields; whether the command goes on, the user not having asked to abort
+  // meanwhile.
+  bool yieldGoesOn() {
+    platform_.yield();
+    return runState_ != RunState::Abort;
+  }
   // Yields, then ends the command if the user asked to abort meanwhile.
   void yieldToUser() {
-    platform_.yield();
-    if (runState_ == RunState::Abort) throw RunAborted{};
+    if (!yieldGoesOn()) throw RunAborted{};
+  }
+  // The random numbers and the yields a square is built with.
+  BuildSteps buildSteps() {
+    return {[this](int count) { return randomWhole(count); }, [this] { return yieldGoesOn(); }};
   }
   // Int(Rnd × count) + 1: a whole number from 1 to count.
   int randomWhole(int count) { return static_cast<int>(platform_.random() * count) + 1; }

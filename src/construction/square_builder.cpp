@@ -5,6 +5,7 @@
 // V1[a] + V2[b] − 1, so every row, column and broken diagonal holds each V1
 // and each V2 value once.
 #include <algorithm>
+#include <array>
 #include <cassert>
 
 #include "construction/square_builder.h"
@@ -17,128 +18,102 @@ namespace {
 // the two lines parallel).
 constexpr Offset kSteps[5] = {{0, 0}, {1, 2}, {-1, 2}, {2, 1}, {-2, 1}};
 
-}  // namespace
+// The two pattern lines: entries 1..n the first line (ranks), n+1..2n the
+// second (cycle starts), each with its cell.
+struct PatternLines {
+  static constexpr int kEntries = 2 * kMaxSquareSize + 1;
+  std::array<double, kEntries> rank{};
+  std::array<int, kEntries> x{};
+  std::array<int, kEntries> y{};
 
-int SquareBuilder::drawMoveKind() {
-  int kind = run_.randomWhole(2);
-  if (square_.n > 5) kind = run_.randomWhole(4);
-  return kind;
-}
-
-void SquareBuilder::buildRanks(int n) {
-  square_.n = n;
-  auto& squareRanks = square_.squareRanks;
-  // Clear: every cell unfilled, both pattern lines empty.
-  for (int y = 1; y <= n; ++y) {
-    for (int x = 1; x <= n; ++x) squareRanks[x][y] = kBlankMarker;
+  bool holds(int first, int last, double value) const {
+    return std::find(rank.begin() + first, rank.begin() + last + 1, value) != rank.begin() + last + 1;
   }
-  for (int entry = 1; entry <= 2 * n; ++entry) {
-    patternRank[entry] = 0;
-    patternX[entry] = 0;
-    patternY[entry] = 0;
+  void set(int entry, double value, int cellX, int cellY) {
+    rank[entry] = value;
+    x[entry] = cellX;
+    y[entry] = cellY;
   }
+};
 
-  // The start cell carries rank 1 on both lines.
-  cellX = run_.randomWhole(n);
-  cellY = run_.randomWhole(n);
-  squareRanks[cellX][cellY] = 1;
-  patternRank[1] = 1;
-  patternX[1] = cellX;
-  patternY[1] = cellY;
-  rankCounter = 2;
-  cursorX = cellX;
-  cursorY = cellY;
-
-  mainsub2();
-  fillFromPattern();
-}
-
-void SquareBuilder::mainsub2() {
-  const int n = square_.n;
-  auto& squareRanks = square_.squareRanks;
-  const auto lineHolds = [&](int first, int last, double rank) {
-    return std::find(patternRank.begin() + first, patternRank.begin() + last + 1, rank) !=
-           patternRank.begin() + last + 1;
+// Both lines drawn from the start cell, each rank placed as it is drawn; the
+// second line starts again from the start cell in another direction.
+bool drawPatternLines(Square& square, PatternLines& lines, const BuildSteps& steps) {
+  const int n = square.n;
+  const auto drawMoveKind = [&] {
+    int kind = steps.randomWhole(2);
+    if (n > 5) kind = steps.randomWhole(4);
+    return kind;
   };
-  moveKind = drawMoveKind();
-  while (rankCounter <= 2 * n) {
-    run_.yieldToUser();
-    const int k = rankCounter;
-    drawnValue = run_.randomWhole(n - 1) + 1;
+  const int startX = lines.x[1], startY = lines.y[1];
+  int cursorX = startX, cursorY = startY;
+  int moveKind = drawMoveKind();
+  int k = 2;
+  while (k <= 2 * n) {
+    if (!steps.yieldGoesOn()) return false;
+    const int drawn = steps.randomWhole(n - 1) + 1;
+    double value = 0;
     if (k <= n) {
       // The first line: the ranks 2..n in random order.
-      if (lineHolds(1, n, drawnValue)) continue;
-      patternRank[k] = drawnValue;
+      value = drawn;
+      if (lines.holds(1, n, value)) continue;
     } else {
       // The second line: the cycle starts n+1, 2n+1, ..., (n−1)n+1.
-      const double cycleStart = static_cast<double>(drawnValue - 1) * n + 1;
-      if (lineHolds(n + 1, 2 * n, cycleStart)) continue;
-      patternRank[k] = cycleStart;
+      value = static_cast<double>(drawn - 1) * n + 1;
+      if (lines.holds(n + 1, 2 * n, value)) continue;
     }
     cursorX = wrap(cursorX + kSteps[moveKind].dx, n);
     cursorY = wrap(cursorY + kSteps[moveKind].dy, n);
-    squareRanks[cursorX][cursorY] = patternRank[k];
-    patternX[k] = cursorX;
-    patternY[k] = cursorY;
-    rankCounter = k + 1;
-
-    if (rankCounter == n + 1) {
-      // The second line starts again from the start cell, in another direction.
-      cursorX = cellX;
-      cursorY = cellY;
-      patternRank[n + 1] = 1;
-      patternX[n + 1] = cellX;
-      patternY[n + 1] = cellY;
-      previousMoveKind = moveKind;
+    square.squareRanks[cursorX][cursorY] = value;
+    lines.set(k, value, cursorX, cursorY);
+    ++k;
+    if (k == n + 1) {
+      cursorX = startX;
+      cursorY = startY;
+      lines.set(n + 1, 1, startX, startY);
+      const int previousMoveKind = moveKind;
       do {
         moveKind = drawMoveKind();
       } while (moveKind == previousMoveKind);
-      ++rankCounter;
+      ++k;
     }
   }
-  rankCounter = n + 1;
-  patternIndex = 1;
-  cursorX = cellX = patternX[n + 1];
-  cursorY = cellY = patternY[n + 1];
+  return true;
 }
 
-void SquareBuilder::fillFromPattern() {
-  const int n = square_.n;
-  auto& squareRanks = square_.squareRanks;
-  const int cells = n * n;
-  while (rankCounter <= cells) {
-    run_.yieldToUser();
-    const int k = rankCounter;
-    cellX = cursorX;
-    cellY = cursorY;
+// The rest, cycle by cycle: each cycle starts at the second-line cell of its
+// rank and replays the first line's steps and rank differences.
+bool fillFromPattern(Square& square, const PatternLines& lines, const BuildSteps& steps) {
+  const int n = square.n;
+  auto& ranks = square.squareRanks;
+  int cursorX = lines.x[n + 1], cursorY = lines.y[n + 1];
+  int patternIndex = 1;
+  for (int k = n + 1; k <= n * n; ++k) {
+    if (!steps.yieldGoesOn()) return false;
     if ((k - 1) % n != 0) {
-      // Inside a cycle: the first line's next step, and its rank difference.
       const int j = patternIndex;
-      prevX = cellX;
-      prevY = cellY;
-      cursorX = wrap(cursorX + patternX[j] - patternX[j - 1], n);
-      cursorY = wrap(cursorY + patternY[j] - patternY[j - 1], n);
-      cellX = cursorX;
-      cellY = cursorY;
-      squareRanks[cellX][cellY] = squareRanks[prevX][prevY] + patternRank[j] - patternRank[j - 1];
+      const int fromX = cursorX, fromY = cursorY;
+      cursorX = wrap(cursorX + lines.x[j] - lines.x[j - 1], n);
+      cursorY = wrap(cursorY + lines.y[j] - lines.y[j - 1], n);
+      ranks[cursorX][cursorY] = ranks[fromX][fromY] + lines.rank[j] - lines.rank[j - 1];
       patternIndex = j + 1;
-    } else if (k > n) {
-      // A new cycle starts at the second-line cell that holds rank k.
-      searchIndex = n + 2;
-      while (searchIndex < 2 * n && patternRank[searchIndex] != k) ++searchIndex;
-      cursorX = patternX[searchIndex];
-      cursorY = patternY[searchIndex];
+    } else {
+      int entry = n + 2;
+      while (entry < 2 * n && lines.rank[entry] != k) ++entry;
+      cursorX = lines.x[entry];
+      cursorY = lines.y[entry];
       patternIndex = 2;
     }
-    rankCounter = k + 1;
   }
+  return true;
 }
 
 // Whether the ranks form a complete magic square: every row, column and
-// broken diagonal in both directions sums to n(n²+1)/2.
-bool SquareBuilder::ranksAreComplete() const {
-  const int n = square_.n;
-  const auto& squareRanks = square_.squareRanks;
+// broken diagonal in both directions sums to n(n²+1)/2. Checked by debug
+// builds before the numbers.
+[[maybe_unused]] bool ranksAreComplete(const Square& square) {
+  const int n = square.n;
+  const auto& squareRanks = square.squareRanks;
   const double total = n * (static_cast<double>(n) * n + 1) / 2;
   for (int c = 0; c < n; ++c) {
     double row = 0, column = 0, down = 0, up = 0;
@@ -153,18 +128,38 @@ bool SquareBuilder::ranksAreComplete() const {
   return true;
 }
 
-void SquareBuilder::assignNumbers(double startNumber, double distance) {
-  assert(ranksAreComplete());
-  const int n = square_.n;
-  auto& squareNumbers = square_.squareNumbers;
-  auto& squareRanks = square_.squareRanks;
+}  // namespace
+
+bool buildRanks(Square& square, int n, const BuildSteps& steps) {
+  square.n = n;
+  for (int y = 1; y <= n; ++y) {
+    for (int x = 1; x <= n; ++x) square.squareRanks[x][y] = kBlankMarker;
+  }
+  // The start cell carries rank 1 on both lines.
+  PatternLines lines;
+  const int startX = steps.randomWhole(n);
+  const int startY = steps.randomWhole(n);
+  square.squareRanks[startX][startY] = 1;
+  lines.set(1, 1, startX, startY);
+  return drawPatternLines(square, lines, steps) && fillFromPattern(square, lines, steps);
+}
+
+void assignNumbers(Square& square, double startNumber, double distance) {
+  assert(ranksAreComplete(square));
+  const int n = square.n;
   for (int y = 1; y <= n; ++y) {
     for (int x = 1; x <= n; ++x) {
-      const double number = (squareRanks[x][y] - 1) * distance + startNumber;
-      squareNumbers[x][y] = number;
-      squareRanks[x][y] = number;
+      const double number = (square.squareRanks[x][y] - 1) * distance + startNumber;
+      square.squareNumbers[x][y] = number;
+      square.squareRanks[x][y] = number;
     }
   }
+}
+
+bool buildSquare(Square& square, int n, double startNumber, double distance, const BuildSteps& steps) {
+  if (!buildRanks(square, n, steps)) return false;
+  assignNumbers(square, startNumber, distance);
+  return true;
 }
 
 }  // namespace quill

@@ -1,58 +1,31 @@
 // Builds one complete magic square of prime order n from two random pattern
-// lines through a shared start cell, drawing every random number through the
-// run and yielding once per pattern draw and placed rank.
+// lines through a shared start cell: a function of the size, the random
+// numbers and the yields it is given, with every loop variable its own.
 #pragma once
 
-#include <array>
+#include <functional>
 
-#include "construction/run_control.h"
 #include "construction/square.h"
 
 namespace quill {
 
-class SquareBuilder {
- public:
-  explicit SquareBuilder(RunControl& run) : run_(run) {}
-
-  // buildRanks then assignNumbers. A run changes the starting number between
-  // the two for its continuation squares.
-  void buildsquare(int n, double startNumber, double distance) {
-    buildRanks(n);
-    assignNumbers(startNumber, distance);
-  }
-  // squareRanks: the ranks 1..n² of a complete square of size n.
-  void buildRanks(int n);
-  // Rank r becomes the number (r − 1)·distance + startNumber, in both grids.
-  void assignNumbers(double startNumber, double distance);
-
-  // The square last built. The puzzle maker blanks its numbers, the
-  // practice fills them back in.
-  Square& square() { return square_; }
-  const Square& square() const { return square_; }
-
- private:
-  static constexpr int kPatternEntries = 2 * kMaxSquareSize + 1;
-
-  void mainsub2();
-  void fillFromPattern();
-  int drawMoveKind();
-  bool ranksAreComplete() const;  // checked by debug builds before the numbers
-
-  RunControl& run_;
-  Square square_;
-  // The pattern table: entries 1..n the first line (ranks), n+1..2n the
-  // second (cycle starts), each with its cell.
-  std::array<double, kPatternEntries> patternRank{};
-  std::array<int, kPatternEntries> patternX{};
-  std::array<int, kPatternEntries> patternY{};
-  int cursorX = 0, cursorY = 0;
-  int cellX = 0, cellY = 0;
-  int prevX = 0, prevY = 0;
-  int rankCounter = 0;
-  int patternIndex = 0;
-  int moveKind = 0, previousMoveKind = 0;
-  int drawnValue = 0;
-  int searchIndex = 0;
+// What building a square draws on: a whole number from 1 to count, drawn
+// through the platform's random numbers; and a yield to the user after each
+// pattern draw and each placed rank, after which the work goes on only when
+// it says so.
+struct BuildSteps {
+  std::function<int(int count)> randomWhole;
+  std::function<bool()> yieldGoesOn;
 };
+
+// square.squareRanks: the ranks 1..n² of a complete square of size n. False
+// when a yield ended the work, the ranks then half made.
+bool buildRanks(Square& square, int n, const BuildSteps& steps);
+// Rank r becomes the number (r − 1)·distance + startNumber, in both grids.
+// A run changes the starting number between the two for its continuation
+// squares.
+void assignNumbers(Square& square, double startNumber, double distance);
+// buildRanks, then assignNumbers.
+bool buildSquare(Square& square, int n, double startNumber, double distance, const BuildSteps& steps);
 
 }  // namespace quill

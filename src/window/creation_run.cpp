@@ -151,13 +151,13 @@ bool MainWindow::makeOneSquare() {
       firstStartNumber = startNumber;
     }
   }
-  builder_.buildRanks(n);
+  if (!buildRanks(square_, n, run_.buildSteps())) throw RunAborted{};
   if (pagePhase == 1) startNumber = 1;
   if (pagePhase >= 2) {
     // Each continuation square starts at the next number of the key square's corner.
     startNumber = pages_.nextKeyRank() * distance + firstStartNumber;
   }
-  builder_.assignNumbers(startNumber, distance);
+  assignNumbers(square_, startNumber, distance);
 
   if (printChoice == PrintChoice::Squares) showsquare(pages_.placement());
   if (printChoice != PrintChoice::Squares) {

@@ -106,8 +106,8 @@ class MainWindow : public MainForm, private WindowState {
   const RunControl::Selection& selection() const { return run_.selection; }
 
   // The square of the run or practice in hand.
-  Square& square() { return builder_.square(); }
-  const Square& square() const { return builder_.square(); }
+  Square& square() { return square_; }
+  const Square& square() const { return square_; }
 
   // The cell layout.
   int cellWidth() const { return display_.cellWidth(); }
@@ -176,7 +176,9 @@ class MainWindow : public MainForm, private WindowState {
 
   Platform& platform_;
   RunControl run_{platform_};
-  SquareBuilder builder_{run_};
+  // The square in hand: the puzzle maker blanks its numbers, the practice
+  // fills them back in.
+  Square square_;
   SquareDisplay display_{platform_, surface()};
   RunPages pages_{run_, display_};
   PuzzleMaker maker_{run_};

@@ -67,7 +67,7 @@ void MainWindow::playOnePuzzle() {
   // cell width found at the start fits every puzzle.
   if (Check1.value() == 1) drawRandomStartNumber();
   setCaption(practiceCreationCaption());
-  builder_.buildsquare(squareSize, startNumber, distance);
+  if (!buildSquare(square_, squareSize, startNumber, distance, run_.buildSteps())) throw RunAborted{};
   maker_.makePuzzle(square(), puzzle);
   showsquare(kPracticeCorner);
   blanksLeft = maker_.rankCounter();

@@ -8,6 +8,7 @@
 #include <set>
 #include <vector>
 
+#include "construction/run_control.h"
 #include "construction/square_builder.h"
 #include "support/fake_platform.h"
 #include "support/magic.h"
@@ -18,8 +19,9 @@ namespace {
 struct Builder {
   FakePlatform platform;
   RunControl run{platform};
-  SquareBuilder builder{run};
-  const SquareGrid& numbers() const { return builder.square().squareNumbers; }
+  Square square;
+  void build(int n, double start, double distance) { ASSERT_TRUE(buildSquare(square, n, start, distance, run.buildSteps())); }
+  const SquareGrid& numbers() const { return square.squareNumbers; }
 };
 
 // The step kinds (u, w) of the two pattern lines of the square: with S the
@@ -59,7 +61,7 @@ TEST(SquareBuilder, EveryPrimeSizeIsCompleteMagicAndEveryPairOfStepKindsOccurs) 
     std::set<std::pair<int, int>> kindPairs;
     for (int square = 0; square < 80 && kindPairs.size() < (n == 5 ? 2u : 12u); ++square) {
       const auto [start, distance] = progressions[static_cast<std::size_t>(square + n) % progressions.size()];
-      b->builder.buildsquare(n, start, distance);
+      b->build(n, start, distance);
       SCOPED_TRACE(::testing::Message() << n << " from " << start << " by " << distance);
       Rows rows(static_cast<std::size_t>(n));
       std::vector<double> numbers, expected;
@@ -70,7 +72,7 @@ TEST(SquareBuilder, EveryPrimeSizeIsCompleteMagicAndEveryPairOfStepKindsOccurs) 
           expected.push_back(start + distance * ((y - 1) * n + x - 1));
         }
       }
-      ASSERT_EQ(b->builder.square().squareRanks, b->numbers());  // the answers
+      ASSERT_EQ(b->square.squareRanks, b->numbers());  // the answers
       std::sort(numbers.begin(), numbers.end());
       std::sort(expected.begin(), expected.end());
       ASSERT_EQ(numbers, expected);
@@ -104,7 +106,7 @@ TEST(SquareBuilder, AllFiveByFiveDrawCombinationsGiveDifferentSquares) {
           script.push_back(uniform(1 - firstKind, 2));
           for (const int v : second) script.push_back(uniform(v, 4));
           b->platform.randomCount = 0;
-          b->builder.buildsquare(5, 1, 1);
+          b->build(5, 1, 1);
           ASSERT_EQ(b->platform.randomCount, 12);
           std::array<double, 25> square{};
           for (int i = 0; i < 25; ++i) square[i] = b->numbers()[i % 5 + 1][i / 5 + 1];

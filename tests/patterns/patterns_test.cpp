@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "construction/run_control.h"
 #include "construction/square_builder.h"
 #include "patterns/line_types.h"
 #include "support/fake_platform.h"
@@ -35,16 +36,17 @@ std::vector<Cell> walk(int n, int type, Cell anchor) {
   return cells;
 }
 
-// A maker of either kind, with a square builder, on a fake platform of its own.
+// A maker of either kind, with a square to build, on a fake platform of its own.
 template <class Maker>
 struct Session {
   explicit Session(std::uint64_t seed = 1) : platform(seed) {}
   FakePlatform platform;
   RunControl run{platform};
-  SquareBuilder builder{run};
   Maker maker{run};
-  Square& square() { return builder.square(); }
-  SquareGrid& numbers() { return builder.square().squareNumbers; }
+  Square built;
+  void build(int n) { ASSERT_TRUE(buildSquare(built, n, 1, 1, run.buildSteps())); }
+  Square& square() { return built; }
+  SquareGrid& numbers() { return built.squareNumbers; }
 };
 template <class Maker>
 std::unique_ptr<Session<Maker>> session(std::uint64_t seed = 1) {
@@ -70,7 +72,7 @@ PuzzleSettings drawSettings(std::uint64_t seed, int n) {
 
 template <class Maker>
 void makePuzzle(Session<Maker>& s, int n, const PuzzleSettings& settings) {
-  s.builder.buildsquare(n, 1, 1);
+  s.build(n);
   s.maker.makePuzzle(s.square(), settings);
 }
 
@@ -124,7 +126,7 @@ TEST(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
   const auto pick = [&](int count) { return static_cast<int>(random.next() * count) + 1; };
   int accepted = 0, trials = 0;
   for (const int n : primeSizes(29)) {
-    s->builder.buildsquare(n, 1, 1);
+    s->build(n);
     for (int grid = 0; grid < 40; ++grid) {
       const double density = random.next() * 0.5;
       for (int x = 1; x <= n; ++x) {
