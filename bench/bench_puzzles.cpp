@@ -29,7 +29,8 @@ template <class Blanks>
 void makePuzzles(benchmark::State& state) {
   QuietPlatform platform;
   RunControl run(platform);
-  auto maker = std::make_unique<BasicPuzzleMaker<Counting<Blanks>>>(run);
+  const PuzzleSteps steps{[&](int count) { return run.randomWhole(count); }, [&] { return run.yieldGoesOn(); }, {}, {}};
+  FailedLines failed{};
   const int n = static_cast<int>(state.range(0));
   auto built = std::make_unique<Square>();
   buildSquare(*built, n, 1, 1, run.buildSteps());
@@ -45,8 +46,7 @@ void makePuzzles(benchmark::State& state) {
   for (auto _ : state) {
     *puzzle = *built;
     platform.restartRandom();
-    maker->makePuzzle(*puzzle, settings);
-    blanks += maker->rankCounter() - 1;
+    blanks += makePuzzleOver<Counting<Blanks>>(*puzzle, settings, failed, steps)->rankCounter - 1;
   }
   const auto perPuzzle = [&](double total) {
     return benchmark::Counter(total / static_cast<double>(state.iterations()));

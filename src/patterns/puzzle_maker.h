@@ -2,16 +2,15 @@
 // be worked out through a line of its own, with no blank waiting on itself
 // through others, and one whole line, the reserved line, kept free.
 //
-// It owns what it keeps between attempts and between puzzles: the failed
-// flags, the reserved line, the attempt counter and its index of the blanks.
-// It is written over that index (Blanks): the window's maker keeps the fast
-// PuzzleBlanks; any index with the same four operations can stand in.
+// It is a function of the square, the settings, its random numbers and its
+// yields, and of the failed flags that outlive a puzzle, which its caller
+// keeps.
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 
-#include "construction/run_control.h"
 #include "construction/square.h"
 #include "patterns/line_types.h"
 #include "patterns/puzzle_blanks.h"
@@ -50,106 +49,60 @@ struct PuzzleSettings {
   }
 };
 
-template <class Blanks>
-class BasicPuzzleMaker {
- public:
-  explicit BasicPuzzleMaker(RunControl& run) : run_(run) {}
-
-  // Turns the square into a puzzle of blankTarget blanks and one reserved
-  // line. Yields once per attempt.
-  void makePuzzle(Square& square, const PuzzleSettings& settings);
-  // The accepted choices of the last puzzle, one more than its blanks.
-  int rankCounter() const { return rankCounter_; }
-
-  struct ReservedLine {
-    int reservedType, reservedX, reservedY;
-  };
-  // The last puzzle's reserved line; none when the scan pass made its first choice.
-  std::optional<ReservedLine> reservedLine() const;
-  // The continuation squares' extra blank: a random cell of the reserved
-  // line in the square's top-left 5 by 5 corner, when the line crosses it.
-  void blankKeyCell(Square& square);
-
-  // The dependency check on the square as it stands: whether blanking (x, y)
-  // through the line of `type` keeps every blank solvable. The check records
-  // the cell it tests as the selection.
-  bool acceptsBlank(const Square& square, int x, int y, int type);
-
- private:
-  // Looks along the line of `type` anchored at the cell: whether a blank is
-  // already tied to it, and how many blanks it holds.
-  struct LineWalk {
-    bool taken = false;
-    int blanks = 0;
-  };
-
-  // One step of the reserved line's walk, and of the walk of the line of
-  // lineType anchored at (cellX, cellY).
-  void findline1();
-  void findline2();
-  bool reservedLineMeets(int x, int y);
-  // Walks a line from its anchor with its stepper, the anchor first and each
-  // cell once, in (walkX, walkY), until `look` at a cell says stop; true then.
-  template <class Step, class Look>
-  bool walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look);
-  LineWalk walkLine(int type);
-
-  // The pattern families: trying to blank the cell through one of the
-  // family's lines, and scoring the family's lines for the cell.
-  void d1scross() { tryFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
-  void d1scross2() { tryFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
-  void d1scline() { tryFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
-  void d1scline2() { tryFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
-  void d2scross() { scoreFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
-  void d2scross2() { scoreFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
-  void d2scline() { scoreFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
-  void d2scline2() { scoreFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
-  void tryFamily(int firstType, int choice);
-  void scoreFamily(int firstType, int choice);
-  bool tryLine(int type);
-  void scoreLine(int type, bool placed);
-
-  // lineAccepted = 1 when blanking (cellX, cellY) through lineType keeps
-  // every blank solvable.
-  void makeblanks();
-  void markBlank(int type);
-  bool scanPass();
-  bool scanCell();
-  bool scoringAttempt();
-  int drawLineType();
-
-  RunControl& run_;
-  const Square* grid_ = nullptr;  // the square the maker reads
-  Square* puzzle_ = nullptr;      // and the one it blanks, while it makes a puzzle
-  const PuzzleSettings* settings_ = nullptr;
-  Blanks blanks_;
-  // The index is kept up to date only while a puzzle is being made; a check
-  // outside reads the grid afresh.
-  bool blanksLive_ = false;
-
-  int n_ = 0;
-  int cellX = 0, cellY = 0;
-  int prevX = 0, prevY = 0;
-  int cursorX = 0, cursorY = 0;
-  int rankCounter_ = 0;
-  int attemptCounter = 0;
-  int lineType = 0;
-  int lineAccepted = 0;
-  int lineStep = 0;
-  int reservedX = 0, reservedY = 0, reservedType = 0;
-  int reservedWalkX = 0, reservedWalkY = 0;
-  int reservedLineChosen = 0;  // 1 once this puzzle's reserved line is fixed
-  // Per line type 1..24 (index 0 unused). The failed flags outlive a puzzle.
-  using LineFlags = std::array<int, kLineTypes + 1>;
-  LineFlags lineUsable{};
-  LineFlags lineTally{};
-  LineFlags lineFailed{};
-  int lineBlankTally = 0;
-  int bestBlankTally = 0;
-  int patternFound = 0;
+// The line a puzzle keeps whole: the first choice's line, through its cell.
+struct ReservedLine {
+  int reservedType, reservedX, reservedY;
 };
 
-using PuzzleMaker = BasicPuzzleMaker<PuzzleBlanks>;
-extern template class BasicPuzzleMaker<PuzzleBlanks>;
+// What making a puzzle draws on and tells: random whole numbers from 1 to
+// count, drawn through the platform's random numbers; a yield before each
+// attempt, after which the work goes on only when it says so; and, for a
+// window that follows the work, that a cell is about to be scored and that
+// the dependency check tests a cell (either may be left empty).
+struct PuzzleSteps {
+  std::function<int(int count)> randomWhole;
+  std::function<bool()> yieldGoesOn;
+  std::function<void()> scoringCell;
+  std::function<void(int x, int y)> checkingCell;
+};
+
+// Per line type 1..24 (index 0 unused), whether the line failed the last
+// time it was drawn. The flags of the straight lines are cleared for every
+// puzzle; those of the pattern lines outlive it, so the caller keeps them.
+using FailedLines = std::array<int, kLineTypes + 1>;
+
+// A puzzle made: its accepted choices, one more than its blanks (which the
+// practice counts down), and its reserved line; none when the scan pass made
+// the first choice.
+struct PuzzleMade {
+  int rankCounter = 0;
+  std::optional<ReservedLine> reservedLine;
+};
+
+// Turns the square into a puzzle of blankTarget blanks and one reserved
+// line, yielding once per attempt; none when a yield ended the work (the
+// puzzle then half made). Made over an index of the blanks (Blanks): the
+// window's maker uses the fast PuzzleBlanks; any index with the same four
+// operations can stand in.
+template <class Blanks>
+std::optional<PuzzleMade> makePuzzleOver(Square& square, const PuzzleSettings& settings, FailedLines& failed,
+                                         const PuzzleSteps& steps);
+inline std::optional<PuzzleMade> makePuzzle(Square& square, const PuzzleSettings& settings, FailedLines& failed,
+                                            const PuzzleSteps& steps) {
+  return makePuzzleOver<PuzzleBlanks>(square, settings, failed, steps);
+}
+
+// The dependency check on the square as it stands: whether blanking (x, y)
+// through the line of `type` keeps every blank solvable.
+template <class Blanks>
+bool acceptsBlankOver(const Square& square, int x, int y, int type);
+
+// The continuation squares' extra blank: a random cell of the reserved line
+// in the square's key corner, when the line crosses it.
+void blankKeyCell(Square& square, const ReservedLine& reserved, const std::function<int(int count)>& randomWhole);
+
+extern template std::optional<PuzzleMade> makePuzzleOver<PuzzleBlanks>(Square&, const PuzzleSettings&, FailedLines&,
+                                                                       const PuzzleSteps&);
+extern template bool acceptsBlankOver<PuzzleBlanks>(const Square&, int, int, int);
 
 }  // namespace quill

@@ -21,19 +21,97 @@ bool allOne(const Flags& flags) {
   return std::all_of(flags.begin() + 1, flags.end(), [](int flag) { return flag == 1; });
 }
 
-// Marks the index as live while a puzzle is made, and not after, however the maker ends.
-struct LiveWhile {
-  bool& live;
-  ~LiveWhile() { live = false; }
+// The work of one call: what a puzzle's making keeps from attempt to
+// attempt, made afresh for every call.
+template <class Blanks>
+class PuzzleWork {
+ public:
+  PuzzleWork(const Square& grid, Square* puzzle, const PuzzleSettings* settings, FailedLines* failed,
+             const PuzzleSteps& steps)
+      : grid_(&grid), puzzle_(puzzle), settings_(settings), lineFailed(*failed), steps_(steps), n_(grid.n) {}
+
+  std::optional<PuzzleMade> makePuzzle();
+  bool acceptsBlank(int x, int y, int type);
+  void blankKeyCell(const ReservedLine& reserved);
+
+ private:
+  // Looks along the line of `type` anchored at the cell: whether a blank is
+  // already tied to it, and how many blanks it holds.
+  struct LineWalk {
+    bool taken = false;
+    int blanks = 0;
+  };
+
+  // One step of the reserved line's walk, and of the walk of the line of
+  // lineType anchored at (cellX, cellY).
+  void findline1();
+  void findline2();
+  bool reservedLineMeets(int x, int y);
+  // Walks a line from its anchor with its stepper, the anchor first and each
+  // cell once, in (walkX, walkY), until `look` at a cell says stop; true then.
+  template <class Step, class Look>
+  bool walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look);
+  LineWalk walkLine(int type);
+
+  // The pattern families: trying to blank the cell through one of the
+  // family's lines, and scoring the family's lines for the cell.
+  void d1scross() { tryFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
+  void d1scross2() { tryFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
+  void d1scline() { tryFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
+  void d1scline2() { tryFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
+  void d2scross() { scoreFamily(kFamilyFirstType[0], settings_->crossDiagonalChoice); }
+  void d2scross2() { scoreFamily(kFamilyFirstType[1], settings_->scatteredCrossDiagonalChoice); }
+  void d2scline() { scoreFamily(kFamilyFirstType[2], settings_->crossLineChoice); }
+  void d2scline2() { scoreFamily(kFamilyFirstType[3], settings_->scatteredCrossLineChoice); }
+  void tryFamily(int firstType, int choice);
+  void scoreFamily(int firstType, int choice);
+  bool tryLine(int type);
+  void scoreLine(int type, bool placed);
+
+  // lineAccepted = 1 when blanking (cellX, cellY) through lineType keeps
+  // every blank solvable.
+  void makeblanks();
+  void markBlank(int type);
+  bool scanPass();
+  bool scanCell();
+  bool scoringAttempt();
+  int drawLineType();
+
+  const Square* grid_;      // the square the maker reads
+  Square* puzzle_;          // and the one it blanks, while it makes a puzzle
+  const PuzzleSettings* settings_;
+  FailedLines& lineFailed;  // the caller's: the pattern lines' flags outlive a puzzle
+  const PuzzleSteps& steps_;
+  Blanks blanks_;
+  // The index is kept up to date only while a puzzle is being made; a check
+  // outside reads the grid afresh.
+  bool blanksLive_ = false;
+
+  int n_ = 0;
+  int cellX = 0, cellY = 0;
+  int cursorX = 0, cursorY = 0;
+  int rankCounter_ = 0;
+  int attemptCounter = 0;
+  int lineType = 0;
+  int lineAccepted = 0;
+  int lineStep = 0;
+  int reservedX = 0, reservedY = 0, reservedType = 0;
+  int reservedWalkX = 0, reservedWalkY = 0;
+  int reservedLineChosen = 0;  // 1 once this puzzle's reserved line is fixed
+  using LineFlags = std::array<int, kLineTypes + 1>;
+  LineFlags lineUsable{};
+  LineFlags lineTally{};
+  int lineBlankTally = 0;
+  int bestBlankTally = 0;
+  int patternFound = 0;
 };
 
-}  // namespace maker_detail
 
 // Walking a line: from its anchor, step by step on the torus, until the walk
 // is back at the anchor.
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::findline1() {
+void PuzzleWork<Blanks>::findline1() {
   if (!isPattern(reservedType) || lineStep > 4) return;
   const Position next = stepAlong(reservedType, {reservedX, reservedY}, {reservedWalkX, reservedWalkY}, lineStep);
   reservedWalkX = next.x;
@@ -41,7 +119,7 @@ void BasicPuzzleMaker<Blanks>::findline1() {
 }
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::findline2() {
+void PuzzleWork<Blanks>::findline2() {
   const Position next = stepAlong(lineType, {cellX, cellY}, {cursorX, cursorY}, lineStep);
   cursorX = next.x;
   cursorY = next.y;
@@ -49,7 +127,7 @@ void BasicPuzzleMaker<Blanks>::findline2() {
 
 template <class Blanks>
 template <class Step, class Look>
-bool BasicPuzzleMaker<Blanks>::walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look) {
+bool PuzzleWork<Blanks>::walkFrom(int& walkX, int& walkY, Position anchor, Step step, Look look) {
   walkX = anchor.x;
   walkY = anchor.y;
   lineStep = 0;
@@ -64,7 +142,7 @@ bool BasicPuzzleMaker<Blanks>::walkFrom(int& walkX, int& walkY, Position anchor,
 }
 
 template <class Blanks>
-typename BasicPuzzleMaker<Blanks>::LineWalk BasicPuzzleMaker<Blanks>::walkLine(int type) {
+typename PuzzleWork<Blanks>::LineWalk PuzzleWork<Blanks>::walkLine(int type) {
   if (isStraight(type)) {
     // The n cells of a straight line are known by their blanks.
     const auto survey = blanks_.survey(type, cellX, cellY);
@@ -83,7 +161,7 @@ typename BasicPuzzleMaker<Blanks>::LineWalk BasicPuzzleMaker<Blanks>::walkLine(i
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::reservedLineMeets(int x, int y) {
+bool PuzzleWork<Blanks>::reservedLineMeets(int x, int y) {
   if (isStraight(reservedType)) {
     return straightLineNumber(reservedType, reservedX, reservedY, n_) == straightLineNumber(reservedType, x, y, n_);
   }
@@ -96,7 +174,7 @@ bool BasicPuzzleMaker<Blanks>::reservedLineMeets(int x, int y) {
 // free of cycles) and a scoring procedure.
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::tryFamily(int firstType, int choice) {
+void PuzzleWork<Blanks>::tryFamily(int firstType, int choice) {
   for (int type = firstType; type < firstType + kFamilySize; ++type) {
     if (choice != family::all && !insidePlacement(type, cellX, cellY, n_)) continue;
     if (tryLine(type)) {
@@ -107,14 +185,14 @@ void BasicPuzzleMaker<Blanks>::tryFamily(int firstType, int choice) {
 }
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::scoreFamily(int firstType, int choice) {
+void PuzzleWork<Blanks>::scoreFamily(int firstType, int choice) {
   for (int type = firstType; type < firstType + kFamilySize; ++type) {
     scoreLine(type, choice == family::all || insidePlacement(type, cellX, cellY, n_));
   }
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::tryLine(int type) {
+bool PuzzleWork<Blanks>::tryLine(int type) {
   if (walkLine(type).taken) return false;
   lineType = type;
   makeblanks();
@@ -128,7 +206,7 @@ bool BasicPuzzleMaker<Blanks>::tryLine(int type) {
 // the cell is scored the lines whose tally equals bestBlankTally are the
 // usable ones holding the most blanks.
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::scoreLine(int type, bool placed) {
+void PuzzleWork<Blanks>::scoreLine(int type, bool placed) {
   if (placed) {
     const LineWalk walk = walkLine(type);
     lineBlankTally += walk.blanks;
@@ -143,16 +221,16 @@ void BasicPuzzleMaker<Blanks>::scoreLine(int type, bool placed) {
 }
 
 template <class Blanks>
-int BasicPuzzleMaker<Blanks>::drawLineType() {
+int PuzzleWork<Blanks>::drawLineType() {
   for (;;) {
     // Each enabled family widens the draw to its two kinds; the last one drawn counts.
     const PuzzleSettings& s = *settings_;
-    int kind = run_.randomWhole(4);
-    if (s.crossDiagonalChoice != family::off) kind = run_.randomWhole(6);
-    if (s.scatteredCrossDiagonalChoice != family::off) kind = run_.randomWhole(8);
-    if (s.crossLineChoice != family::off) kind = run_.randomWhole(10);
-    if (s.scatteredCrossLineChoice != family::off) kind = run_.randomWhole(12);
-    const int type = kind <= 4 ? kind : kFamilyFirstType[(kind - 5) / 2] + run_.randomWhole(kFamilySize) - 1;
+    int kind = steps_.randomWhole(4);
+    if (s.crossDiagonalChoice != family::off) kind = steps_.randomWhole(6);
+    if (s.scatteredCrossDiagonalChoice != family::off) kind = steps_.randomWhole(8);
+    if (s.crossLineChoice != family::off) kind = steps_.randomWhole(10);
+    if (s.scatteredCrossLineChoice != family::off) kind = steps_.randomWhole(12);
+    const int type = kind <= 4 ? kind : kFamilyFirstType[(kind - 5) / 2] + steps_.randomWhole(kFamilySize) - 1;
     const bool mostBlanks = lineTally[type] == bestBlankTally;
     if (lineUsable[type] == 1 && (mostBlanks || s.difficultyLevel == Difficulty::Easy)) return type;
   }
@@ -161,16 +239,14 @@ int BasicPuzzleMaker<Blanks>::drawLineType() {
 // The new blank would wait on the blanks of its line, on those of their
 // lines, and so on; it may not wait on itself.
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::makeblanks() {
+void PuzzleWork<Blanks>::makeblanks() {
   if (!blanksLive_) blanks_.rebuild(grid_->squareNumbers, n_, false);
-  run_.selection = {cellX, cellY};
+  if (steps_.checkingCell) steps_.checkingCell(cellX, cellY);
   lineAccepted = blanks_.closesCycle(cellX, cellY, lineType) ? 0 : 1;
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::acceptsBlank(const Square& square, int x, int y, int type) {
-  grid_ = &square;
-  n_ = square.n;
+bool PuzzleWork<Blanks>::acceptsBlank(int x, int y, int type) {
   cellX = x;
   cellY = y;
   lineType = type;
@@ -179,27 +255,20 @@ bool BasicPuzzleMaker<Blanks>::acceptsBlank(const Square& square, int x, int y, 
 }
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::markBlank(int type) {
+void PuzzleWork<Blanks>::markBlank(int type) {
   puzzle_->squareNumbers[cellX][cellY] = kLineMarker[type];
   if (blanksLive_) blanks_.mark(cellX, cellY, type);
 }
 
 template <class Blanks>
-void BasicPuzzleMaker<Blanks>::makePuzzle(Square& square, const PuzzleSettings& settings) {
-  grid_ = puzzle_ = &square;
-  settings_ = &settings;
-  n_ = square.n;
+std::optional<PuzzleMade> PuzzleWork<Blanks>::makePuzzle() {
   const int n = n_;
   for (int type = 1; type <= 4; ++type) lineFailed[type] = 0;
-  rankCounter_ = 0;
-  attemptCounter = 0;
-  reservedLineChosen = 0;
-  blanks_.rebuild(square.squareNumbers, n, true);
+  blanks_.rebuild(puzzle_->squareNumbers, n, true);
   blanksLive_ = true;
-  const maker_detail::LiveWhile live{blanksLive_};
 
   for (;;) {
-    run_.yieldToUser();
+    if (!steps_.yieldGoesOn()) return std::nullopt;
     if (++attemptCounter > n * n) {
       attemptCounter = 0;
       if (!scanPass()) break;
@@ -208,32 +277,34 @@ void BasicPuzzleMaker<Blanks>::makePuzzle(Square& square, const PuzzleSettings& 
     }
     // Only an exact count ends it: a fractional target is never met, and the
     // maker then goes on until no cell takes a blank.
-    if (++rankCounter_ == settings.blankTarget + 1) break;
+    if (++rankCounter_ == settings_->blankTarget + 1) break;
   }
   // The first choice reserves a line rather than making a blank; when the
   // scan pass made it instead, every choice was a blank. Either way the
   // counter ends one above the blanks, which the practice counts down.
   if (reservedLineChosen == 0) ++rankCounter_;
+  PuzzleMade made{rankCounter_, std::nullopt};
+  if (reservedLineChosen != 0) made.reservedLine = ReservedLine{reservedType, reservedX, reservedY};
+  return made;
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::scanPass() {
-  cellX = run_.randomWhole(n_);
-  cellY = run_.randomWhole(n_);
-  prevX = cellX;
-  prevY = cellY;
+bool PuzzleWork<Blanks>::scanPass() {
+  cellX = steps_.randomWhole(n_);
+  cellY = steps_.randomWhole(n_);
+  const int startX = cellX, startY = cellY;
   do {
     if (scanCell()) return true;
     if (++cellX > n_) {
       cellX = 1;
       if (++cellY > n_) cellY = 1;
     }
-  } while (cellX != prevX || cellY != prevY);
+  } while (cellX != startX || cellY != startY);
   return false;
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::scanCell() {
+bool PuzzleWork<Blanks>::scanCell() {
   const PuzzleSettings& s = *settings_;
   const int x = cellX, y = cellY;
   if (reservedLineChosen != 0 && reservedLineMeets(x, y)) return false;
@@ -256,12 +327,12 @@ bool BasicPuzzleMaker<Blanks>::scanCell() {
 }
 
 template <class Blanks>
-bool BasicPuzzleMaker<Blanks>::scoringAttempt() {
+bool PuzzleWork<Blanks>::scoringAttempt() {
   const PuzzleSettings& s = *settings_;
   if (maker_detail::allOne(lineFailed)) lineFailed.fill(0);
-  cellX = run_.randomWhole(n_);
-  cellY = run_.randomWhole(n_);
-  run_.setRunState(RunState::Puzzle);
+  cellX = steps_.randomWhole(n_);
+  cellY = steps_.randomWhole(n_);
+  if (steps_.scoringCell) steps_.scoringCell();
   lineUsable.fill(0);
   lineTally.fill(0);
   lineBlankTally = 0;
@@ -293,8 +364,6 @@ bool BasicPuzzleMaker<Blanks>::scoringAttempt() {
     reservedY = y;
     reservedLineChosen = 1;
   } else {
-    prevX = x;
-    prevY = y;
     const bool onReservedLine = reservedLineChosen != 0 && reservedLineMeets(x, y);
     if (!onReservedLine) makeblanks();
     if (onReservedLine || lineAccepted != 1) {
@@ -308,27 +377,37 @@ bool BasicPuzzleMaker<Blanks>::scoringAttempt() {
 }
 
 template <class Blanks>
-std::optional<typename BasicPuzzleMaker<Blanks>::ReservedLine> BasicPuzzleMaker<Blanks>::reservedLine() const {
-  if (reservedLineChosen == 0) return std::nullopt;
-  return ReservedLine{reservedType, reservedX, reservedY};
-}
-
-template <class Blanks>
-void BasicPuzzleMaker<Blanks>::blankKeyCell(Square& square) {
+void PuzzleWork<Blanks>::blankKeyCell(const ReservedLine& reserved) {
   // The extra blank lies on the reserved line, in the key corner; without
   // such a cell there is none.
-  if (reservedLineChosen == 0) return;
-  n_ = square.n;
+  reservedType = reserved.reservedType;
+  reservedX = reserved.reservedX;
+  reservedY = reserved.reservedY;
   bool crossesCorner = false;
   for (int c = 1; c <= page::kKeyCorner && !crossesCorner; ++c) {
     for (int r = 1; r <= page::kKeyCorner && !crossesCorner; ++r) crossesCorner = reservedLineMeets(c, r);
   }
   if (!crossesCorner) return;
   do {
-    cursorX = run_.randomWhole(page::kKeyCorner);
-    cursorY = run_.randomWhole(page::kKeyCorner);
+    cursorX = steps_.randomWhole(page::kKeyCorner);
+    cursorY = steps_.randomWhole(page::kKeyCorner);
   } while (!reservedLineMeets(cursorX, cursorY));
-  square.squareNumbers[cursorX][cursorY] = kLineMarker[1];
+  puzzle_->squareNumbers[cursorX][cursorY] = kLineMarker[1];
+}
+
+}  // namespace maker_detail
+
+template <class Blanks>
+std::optional<PuzzleMade> makePuzzleOver(Square& square, const PuzzleSettings& settings, FailedLines& failed,
+                                         const PuzzleSteps& steps) {
+  return maker_detail::PuzzleWork<Blanks>(square, &square, &settings, &failed, steps).makePuzzle();
+}
+
+template <class Blanks>
+bool acceptsBlankOver(const Square& square, int x, int y, int type) {
+  FailedLines failed{};
+  const PuzzleSteps none;
+  return maker_detail::PuzzleWork<Blanks>(square, nullptr, nullptr, &failed, none).acceptsBlank(x, y, type);
 }
 
 }  // namespace quill

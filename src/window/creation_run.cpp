@@ -161,9 +161,11 @@ bool MainWindow::makeOneSquare() {
 
   if (printChoice == PrintChoice::Squares) showsquare(pages_.placement());
   if (printChoice != PrintChoice::Squares) {
-    maker_.makePuzzle(square(), puzzle);
+    makeSquarePuzzle();
     if (pagePhase == 1) pages_.keepKeyCorner(square());
-    if (pagePhase >= 2) maker_.blankKeyCell(square());
+    if (pagePhase >= 2 && reservedLine_) {
+      blankKeyCell(square_, *reservedLine_, [this](int count) { return run_.randomWhole(count); });
+    }
     if (pagePhase != 1) showsquare(pages_.placement());
   }
 
@@ -182,6 +184,18 @@ bool MainWindow::makeOneSquare() {
     pagePhase = 1;
   }
   return false;
+}
+
+int MainWindow::makeSquarePuzzle() {
+  // While a cell is scored a puzzle is in the making; the cell the
+  // dependency check tests becomes the selection, as a click's does.
+  const PuzzleSteps steps{[this](int count) { return run_.randomWhole(count); },
+                          [this] { return run_.yieldGoesOn(); }, [this] { run_.setRunState(RunState::Puzzle); },
+                          [this](int x, int y) { run_.selection = {x, y}; }};
+  const std::optional<PuzzleMade> made = makePuzzle(square_, puzzle, lineFailed_, steps);
+  if (!made) throw RunAborted{};
+  reservedLine_ = made->reservedLine;
+  return made->rankCounter;
 }
 
 void MainWindow::restoreMainPage() {

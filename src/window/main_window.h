@@ -140,6 +140,9 @@ class MainWindow : public MainForm, private WindowState {
   // One square of a run, from its starting number to its place on the page;
   // true when it was the run's last.
   bool makeOneSquare();
+  // The square in hand made a puzzle; its accepted choices, one more than
+  // its blanks. Ends the command when a yield asks to.
+  int makeSquarePuzzle();
   void drawRandomStartNumber();
   void endRun();
   // What the ends of a run and of a practice both bring back: the main
@@ -181,7 +184,10 @@ class MainWindow : public MainForm, private WindowState {
   Square square_;
   SquareDisplay display_{platform_, surface()};
   RunPages pages_{run_, display_};
-  PuzzleMaker maker_{run_};
+  // What puzzles leave behind: the failed flags of the pattern lines, which
+  // outlive a puzzle, and the last puzzle's reserved line.
+  FailedLines lineFailed_{};
+  std::optional<ReservedLine> reservedLine_;
 };
 
 }  // namespace quill

@@ -68,9 +68,9 @@ void MainWindow::playOnePuzzle() {
   if (Check1.value() == 1) drawRandomStartNumber();
   setCaption(practiceCreationCaption());
   if (!buildSquare(square_, squareSize, startNumber, distance, run_.buildSteps())) throw RunAborted{};
-  maker_.makePuzzle(square(), puzzle);
+  const int choices = makeSquarePuzzle();
   showsquare(kPracticeCorner);
-  blanksLeft = maker_.rankCounter();
+  blanksLeft = choices;
   showScore();
   // The keyboard's cell cursor starts on the top-left cell, and the keys go to the puzzle.
   moveCellCursor(1, 1);

@@ -36,21 +36,30 @@ std::vector<Cell> walk(int n, int type, Cell anchor) {
   return cells;
 }
 
-// A maker of either kind, with a square to build, on a fake platform of its own.
-template <class Maker>
+// A square to build and make a puzzle of over either index of blanks, on a
+// fake platform of its own.
+template <class Blanks>
 struct Session {
   explicit Session(std::uint64_t seed = 1) : platform(seed) {}
   FakePlatform platform;
   RunControl run{platform};
-  Maker maker{run};
   Square built;
+  FailedLines failed{};
+  PuzzleMade made;
   void build(int n) { ASSERT_TRUE(buildSquare(built, n, 1, 1, run.buildSteps())); }
+  void makePuzzle(const PuzzleSettings& settings) {
+    const PuzzleSteps steps{[this](int count) { return run.randomWhole(count); }, [this] { return run.yieldGoesOn(); },
+                            {}, {}};
+    const std::optional<PuzzleMade> puzzle = makePuzzleOver<Blanks>(built, settings, failed, steps);
+    ASSERT_TRUE(puzzle);
+    made = *puzzle;
+  }
   Square& square() { return built; }
   SquareGrid& numbers() { return built.squareNumbers; }
 };
-template <class Maker>
-std::unique_ptr<Session<Maker>> session(std::uint64_t seed = 1) {
-  return std::make_unique<Session<Maker>>(seed);
+template <class Blanks>
+std::unique_ptr<Session<Blanks>> session(std::uint64_t seed = 1) {
+  return std::make_unique<Session<Blanks>>(seed);
 }
 
 // Settings drawn from a seed: families only for 5 by 5, as a run sets them;
@@ -70,10 +79,10 @@ PuzzleSettings drawSettings(std::uint64_t seed, int n) {
   return s;
 }
 
-template <class Maker>
-void makePuzzle(Session<Maker>& s, int n, const PuzzleSettings& settings) {
+template <class Blanks>
+void makePuzzle(Session<Blanks>& s, int n, const PuzzleSettings& settings) {
   s.build(n);
-  s.maker.makePuzzle(s.square(), settings);
+  s.makePuzzle(settings);
 }
 
 std::vector<Cell> blanksOf(const Square& square) {
@@ -121,7 +130,7 @@ void expectSolvable(const Square& square) {
 // forms give the same answer; what the index knows of a straight line is
 // what a walk along it finds.
 TEST(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
-  auto s = session<PuzzleMaker>();
+  auto s = session<PuzzleBlanks>();
   RandomSource random(99);
   const auto pick = [&](int count) { return static_cast<int>(random.next() * count) + 1; };
   int accepted = 0, trials = 0;
@@ -139,7 +148,7 @@ TEST(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
       for (int check = 0; check < 20; ++check) {
         const int x = pick(n), y = pick(n), type = pick(24);
         if (isBlank(s->numbers()[x][y])) continue;
-        const bool fast = s->maker.acceptsBlank(s->square(), x, y, type);
+        const bool fast = acceptsBlankOver<PuzzleBlanks>(s->square(), x, y, type);
         SCOPED_TRACE(::testing::Message() << n << " type " << type << " at " << x << "," << y);
         ASSERT_EQ(kept.closesCycle(x, y, type), !fast);
         for (const bool restart : {true, false}) {
@@ -173,21 +182,21 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
       if (seed % 3 == 0) settings.blankTarget = 1 + static_cast<double>(seed % static_cast<std::uint64_t>(n / 2));
       if (seed % 3 == 0) settings.mainLinesChoice = 1;
       SCOPED_TRACE(::testing::Message() << "seed " << seed << " size " << n << " target " << settings.blankTarget);
-      auto s = session<PuzzleMaker>(seed);
+      auto s = session<PuzzleBlanks>(seed);
       makePuzzle(*s, n, settings);
-      const auto reserved = s->maker.reservedLine();
+      const auto reserved = s->made.reservedLine;
       if (n <= 17 || (n == 29 && seed % 20 == 0)) {
-        auto literal = session<LiteralPuzzleMaker>(seed);
+        auto literal = session<LiteralBlanks>(seed);
         makePuzzle(*literal, n, settings);
         ASSERT_EQ(s->platform.randomCount, literal->platform.randomCount);
-        ASSERT_EQ(s->maker.rankCounter(), literal->maker.rankCounter());
-        ASSERT_EQ(reserved.has_value(), literal->maker.reservedLine().has_value());
-        ASSERT_TRUE(!reserved || reserved->reservedType == literal->maker.reservedLine()->reservedType);
+        ASSERT_EQ(s->made.rankCounter, literal->made.rankCounter);
+        ASSERT_EQ(reserved.has_value(), literal->made.reservedLine.has_value());
+        ASSERT_TRUE(!reserved || reserved->reservedType == literal->made.reservedLine->reservedType);
         ASSERT_EQ(s->numbers(), literal->numbers());
         ++compared;
       }
       const std::vector<Cell> blanks = blanksOf(s->square());
-      EXPECT_EQ(s->maker.rankCounter(), static_cast<int>(blanks.size()) + 1);
+      EXPECT_EQ(s->made.rankCounter, static_cast<int>(blanks.size()) + 1);
       // The first choice reserves a line unless the scan pass made it.
       const auto asked = static_cast<std::size_t>(settings.blankTarget) + (reserved ? 0 : 1);
       EXPECT_TRUE(settings.blankTarget != std::floor(settings.blankTarget) || blanks.size() <= asked);
@@ -210,7 +219,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
 
       // The extra blank: on the reserved line in the top-left corner, or none when the line misses it.
       const SquareGrid before = s->numbers();
-      s->maker.blankKeyCell(s->square());
+      blankKeyCell(s->square(), *reserved, [&](int count) { return s->run.randomWhole(count); });
       const bool crossesCorner =
           std::any_of(line.begin(), line.end(), [](const Cell& c) { return c.first <= 5 && c.second <= 5; });
       ASSERT_EQ(blanksOf(s->square()).size(), blanks.size() + (crossesCorner ? 1 : 0));

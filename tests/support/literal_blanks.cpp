@@ -4,7 +4,8 @@
 #include "patterns/puzzle_maker_impl.h"
 
 namespace quill {
-template class BasicPuzzleMaker<testing::LiteralBlanks>;
+template std::optional<PuzzleMade> makePuzzleOver<testing::LiteralBlanks>(Square&, const PuzzleSettings&,
+                                                                         FailedLines&, const PuzzleSteps&);
 }  // namespace quill
 
 namespace quill::testing {

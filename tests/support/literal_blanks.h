@@ -39,10 +39,10 @@ class LiteralBlanks {
   int n_ = 0;
 };
 
-using LiteralPuzzleMaker = BasicPuzzleMaker<LiteralBlanks>;
 
 }  // namespace quill::testing
 
 namespace quill {
-extern template class BasicPuzzleMaker<testing::LiteralBlanks>;
+extern template std::optional<PuzzleMade> makePuzzleOver<testing::LiteralBlanks>(Square&, const PuzzleSettings&,
+                                                                                FailedLines&, const PuzzleSteps&);
 }  // namespace quill
