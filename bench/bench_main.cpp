@@ -14,6 +14,7 @@
 #include "qt/page_delivery.h"
 #include "qt/page_spooler.h"
 #include "bench_window.h"
+#include "support/steps.h"
 
 namespace quill {
 namespace {
@@ -22,8 +23,7 @@ using Window = BenchWindow<MainWindow>;
 
 void BM_BuildSquare(benchmark::State& state) {
   QuietPlatform platform;
-  RunControl run(platform);
-  const BuildSteps steps = run.buildSteps();
+  const BuildSteps steps = testing::buildSteps(platform);
   auto square = std::make_unique<Square>();
   for (auto _ : state) {
     buildSquare(*square, static_cast<int>(state.range(0)), 1, 1, steps);
@@ -61,9 +61,8 @@ void BM_PrintPageToPdf(benchmark::State& state) {
   Window session;
   qt::FormView view(session.w);
   // A run leaves the surface empty, so the page is drawn here as a run draws it.
-  RunControl run(session.platform);
   auto square = std::make_unique<Square>();
-  buildSquare(*square, 5, 1, 1, run.buildSteps());
+  buildSquare(*square, 5, 1, 1, testing::buildSteps(session.platform));
   SquareDisplay display(session.platform, session.w.surface());
   const Progression numbers{5, 1, 1};
   display.prepareLayout(5, numbers);

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "bench_window.h"
+#include "support/steps.h"
 #include "construction/square_builder.h"
 #include "patterns/puzzle_maker_impl.h"
 #include "support/literal_blanks.h"
@@ -28,12 +29,11 @@ struct Counting : Blanks {
 template <class Blanks>
 void makePuzzles(benchmark::State& state) {
   QuietPlatform platform;
-  RunControl run(platform);
-  const PuzzleSteps steps{[&](int count) { return run.randomWhole(count); }, [&] { return run.yieldGoesOn(); }, {}, {}};
+  const PuzzleSteps steps = testing::puzzleSteps(platform);
   FailedLines failed{};
   const int n = static_cast<int>(state.range(0));
   auto built = std::make_unique<Square>();
-  buildSquare(*built, n, 1, 1, run.buildSteps());
+  buildSquare(*built, n, 1, 1, testing::buildSteps(platform));
   auto puzzle = std::make_unique<Square>();
   PuzzleSettings settings;
   settings.mainLinesChoice = 1;

@@ -10,7 +10,7 @@ bool RunPages::placeOnPage(const Square& square, const Step& step) {
   const int n = square.n;
   const bool tiled = page::largerThanPage(n, display_.cellWidth());
   const bool withAnswers = step.printChoice == PrintChoice::PuzzlesAndAnswers;
-  if (withAnswers && !tiled && step.pagePhase != 1) {
+  if (withAnswers && !tiled && !step.keySquare) {
     // Keep the puzzle and its answers where the square lies on the page.
     for (int y = 1; y <= n; ++y) {
       for (int x = 1; x <= n; ++x) {
@@ -20,10 +20,9 @@ bool RunPages::placeOnPage(const Square& square, const Step& step) {
     }
   }
 
-  if (step.pagePhase == 1) return false;  // the key square is never placed
-  run_.setRunState(RunState::Idle);
+  if (step.keySquare) return false;  // never placed
   placement_ = page::nextPlacement(placement_, n, display_.cellWidth());
-  if (!page::pastBottom(placement_, n) && !step.lastOfRun && step.pagePhase != 26) return false;
+  if (!page::pastBottom(placement_, n) && !step.lastOfRun && !step.lastContinuation) return false;
 
   // A tiled square has printed its tiles and left the surface empty: no blank sheet.
   if (tiled) {
@@ -58,7 +57,7 @@ void RunPages::printAnswerPage(int n, const page::Placement& pageEnd, const Step
   };
   const page::Tile whole{1, 1, n, n, 1, 1};
   for (;;) {
-    run_.yieldToUser();
+    yield_();
     display_.drawTile(placement_, whole, cellAt);
     placement_ = page::nextPlacement(placement_, n, display_.cellWidth());
     const bool reachedPageEnd = placement_.gridTop > pageEnd.gridTop ||

@@ -3,9 +3,11 @@
 // square whose corner gives the continuation squares their starting numbers.
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "construction/page_geometry.h"
 #include "construction/progression.h"
-#include "construction/run_control.h"
 #include "construction/square.h"
 #include "display/square_display.h"
 
@@ -20,7 +22,9 @@ enum class PrintChoice {
 
 class RunPages {
  public:
-  RunPages(RunControl& run, SquareDisplay& display) : run_(run), display_(display) {}
+  // `yield`: a yield to the user between the squares of an answer page,
+  // which may end the run (by throwing).
+  RunPages(std::function<void()> yield, SquareDisplay& display) : yield_(std::move(yield)), display_(display) {}
 
   // Where the next square goes.
   const page::Placement& placement() const { return placement_; }
@@ -29,8 +33,9 @@ class RunPages {
   // What placing a square needs to know of the run.
   struct Step {
     PrintChoice printChoice;
-    int pagePhase;        // 0 ordinary; 1 key square; 2..26 continuation squares
-    bool lastOfRun;       // the run's last square
+    bool keySquare;         // a key square: never placed
+    bool lastContinuation;  // the last continuation square of a key square: the page is full
+    bool lastOfRun;         // the run's last square
     bool highlightAnswers;
     Progression numbers;  // of the square just drawn
   };
@@ -52,7 +57,7 @@ class RunPages {
   static constexpr int kPageCells = 30;
   static constexpr int kKeyCells = page::kKeyCorner + 1;
 
-  RunControl& run_;
+  std::function<void()> yield_;
   SquareDisplay& display_;
   page::Placement placement_;
   GridOf<kPageCells> pagePuzzle{};

@@ -46,7 +46,7 @@ std::string MainWindow::progressCaption() const {
   const char* ending = printChoice == PrintChoice::PuzzlesAndAnswers ? " puzzles and answers left to print."
                        : printChoice == PrintChoice::Puzzles         ? " puzzles left to print."
                                           : " squares left to print.";
-  return std::string(pagePhase == 1 ? "Creating Giant " : "Creating ") + sizeText(squareSize) +
+  return std::string(pagePhase.keySquare() ? "Creating Giant " : "Creating ") + sizeText(squareSize) +
          " Complete Magic Square(s): " + numberText(runTotal - runDone) + " out of " + numberText(runTotal) +
          ending;
 }
@@ -59,7 +59,7 @@ void MainWindow::readPatternChoices() {
     takePairChoice(Check8, Check9, puzzle.scatteredCrossDiagonalChoice);
     takePairChoice(Check10, Check11, puzzle.scatteredCrossLineChoice);
   }
-  pagePhase = 0;
+  pagePhase.startRun();
 }
 
 void MainWindow::Command1_Click() {
@@ -142,8 +142,8 @@ void MainWindow::drawRandomStartNumber() {
 
 bool MainWindow::makeOneSquare() {
   const int n = squareSize;
-  if (Check1.checked() && pagePhase < 2) drawRandomStartNumber();
-  if (pagePhase == 1) {
+  if (Check1.checked() && !pagePhase.continuation()) drawRandomStartNumber();
+  if (pagePhase.keySquare()) {
     // The key square holds a progression from 1 whose numbers stay below 100.
     const double span = (static_cast<double>(n) * n - 1) * distance;
     if (span + startNumber >= 100) {
@@ -152,8 +152,8 @@ bool MainWindow::makeOneSquare() {
     }
   }
   if (!buildRanks(square_, n, run_.buildSteps())) throw RunAborted{};
-  if (pagePhase == 1) startNumber = 1;
-  if (pagePhase >= 2) {
+  if (pagePhase.keySquare()) startNumber = 1;
+  if (pagePhase.continuation()) {
     // Each continuation square starts at the next number of the key square's corner.
     startNumber = pages_.nextKeyRank() * distance + firstStartNumber;
   }
@@ -162,37 +162,35 @@ bool MainWindow::makeOneSquare() {
   if (printChoice == PrintChoice::Squares) showsquare(pages_.placement());
   if (printChoice != PrintChoice::Squares) {
     makeSquarePuzzle();
-    if (pagePhase == 1) pages_.keepKeyCorner(square());
-    if (pagePhase >= 2 && reservedLine_) {
+    if (pagePhase.keySquare()) pages_.keepKeyCorner(square());
+    if (pagePhase.continuation() && reservedLine_) {
       blankKeyCell(square_, *reservedLine_, [this](int count) { return run_.randomWhole(count); });
     }
-    if (pagePhase != 1) showsquare(pages_.placement());
+    if (!pagePhase.keySquare()) showsquare(pages_.placement());
   }
 
-  const bool lastOfRun = runDone + 1 == runTotal && pagePhase == 0;
-  const bool pagePrinted =
-      pages_.placeOnPage(square(), {printChoice, pagePhase, lastOfRun, highlightAnswers == 1, progression()});
-  if (pagePrinted || pagePhase == 0) {
+  const bool lastOfRun = runDone + 1 == runTotal && pagePhase.ordinary();
+  // A square placed, the run is no longer making a puzzle.
+  if (!pagePhase.keySquare()) run_.setRunState(RunState::Idle);
+  const bool pagePrinted = pages_.placeOnPage(square(), {printChoice, pagePhase.keySquare(),
+                                                         pagePhase.lastContinuation(), lastOfRun,
+                                                         highlightAnswers == 1, progression()});
+  if (pagePrinted || pagePhase.ordinary()) {
     ++runDone;
     if (runDone == runTotal) return true;
   }
-  if (pagePhase <= 1) setCaption(progressCaption());
-  if (pagePhase > 0) ++pagePhase;
+  if (!pagePhase.continuation()) setCaption(progressCaption());
+  pagePhase.advance();
   if (pagePrinted) {
     // A run that goes on page after page delivers each page as it is done.
     platform_.endDocument();
-    pagePhase = 1;
+    pagePhase.startKeySquare();
   }
   return false;
 }
 
 int MainWindow::makeSquarePuzzle() {
-  // While a cell is scored a puzzle is in the making; the cell the
-  // dependency check tests becomes the selection, as a click's does.
-  const PuzzleSteps steps{[this](int count) { return run_.randomWhole(count); },
-                          [this] { return run_.yieldGoesOn(); }, [this] { run_.setRunState(RunState::Puzzle); },
-                          [this](int x, int y) { run_.selection = {x, y}; }};
-  const std::optional<PuzzleMade> made = makePuzzle(square_, puzzle, lineFailed_, steps);
+  const std::optional<PuzzleMade> made = makePuzzle(square_, puzzle, lineFailed_, run_.puzzleSteps());
   if (!made) throw RunAborted{};
   reservedLine_ = made->reservedLine;
   return made->rankCounter;

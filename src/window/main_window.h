@@ -17,8 +17,8 @@
 #include <utility>
 
 #include "construction/progression.h"
-#include "construction/run_control.h"
 #include "construction/square_builder.h"
+#include "window/run_session.h"
 #include "window/window_state.h"
 #include "display/square_display.h"
 #include "platform/platform.h"
@@ -103,7 +103,7 @@ class MainWindow : public MainForm, private WindowState {
 
   // What the running command and the handlers that run meanwhile share.
   RunState runState() const { return run_.runState(); }
-  const RunControl::Selection& selection() const { return run_.selection; }
+  const Selection& selection() const { return run_.selection; }
 
   // The square of the run or practice in hand.
   Square& square() { return square_; }
@@ -178,12 +178,12 @@ class MainWindow : public MainForm, private WindowState {
   void wireEvents();
 
   Platform& platform_;
-  RunControl run_{platform_};
+  RunSession run_{platform_};
   // The square in hand: the puzzle maker blanks its numbers, the practice
   // fills them back in.
   Square square_;
   SquareDisplay display_{platform_, surface()};
-  RunPages pages_{run_, display_};
+  RunPages pages_{[this] { run_.yieldToUser(); }, display_};
   // What puzzles leave behind: the failed flags of the pattern lines, which
   // outlive a puzzle, and the last puzzle's reserved line.
   FailedLines lineFailed_{};

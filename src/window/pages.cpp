@@ -5,7 +5,7 @@
 namespace quill {
 
 void MainWindow::Form_Activate() {
-  pagePhase = 0;
+  pagePhase = PagePhase{};
   puzzle.difficultyLevel = Difficulty::Challenging;
   puzzle.mainLinesChoice = 1;
   puzzle.allDiagonalsChoice = 0;

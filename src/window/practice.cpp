@@ -145,7 +145,7 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
   cursorX = hit->cursorX;
   cursorY = hit->cursorY;
   // The same cell again does nothing, whichever selected it before.
-  RunControl::Selection& selection = run_.selection;
+  Selection& selection = run_.selection;
   if (hit->originX == selection.originX && hit->originY == selection.originY) return;
   selection = {hit->originX, hit->originY};
 

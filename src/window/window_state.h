@@ -6,10 +6,41 @@
 // starts at zero and Form_Activate sets the start-up values.
 #pragma once
 
+#include "construction/page_geometry.h"
 #include "display/run_pages.h"
 #include "patterns/puzzle_maker.h"
 
 namespace quill {
+
+// Where a run stands in its pages. Ordinary squares until its first page is
+// printed; from then on each page is made from a key square, never placed,
+// whose corner gives the starting numbers of the continuation squares that
+// fill the page, the last of them ending it.
+class PagePhase {
+ public:
+  enum class Stage { Ordinary, KeySquare, Continuation };
+  Stage stage() const { return stage_; }
+  bool ordinary() const { return stage_ == Stage::Ordinary; }
+  bool keySquare() const { return stage_ == Stage::KeySquare; }
+  bool continuation() const { return stage_ == Stage::Continuation; }
+  bool lastContinuation() const { return continuation() && number_ == page::kContinuationSquares; }
+
+  void startRun() { *this = {}; }
+  void startKeySquare() {
+    stage_ = Stage::KeySquare;
+    number_ = 0;
+  }
+  // The next square: after the key square its first continuation square, and so on.
+  void advance() {
+    if (ordinary()) return;
+    stage_ = Stage::Continuation;
+    ++number_;
+  }
+
+ private:
+  Stage stage_ = Stage::Ordinary;
+  int number_ = 0;  // of the continuation square, from 1
+};
 
 struct WindowState {
   // Settings of the square and the run.
@@ -27,7 +58,7 @@ struct WindowState {
   // Run and practice control.
   double runTotal = 0;
   int runDone = 0;
-  int pagePhase = 0;
+  PagePhase pagePhase;
   int practiceActive = 0;
   int createWasDisabled = 0;
   int correctCount = 0;

@@ -8,9 +8,9 @@
 #include <set>
 #include <vector>
 
-#include "construction/run_control.h"
 #include "construction/square_builder.h"
 #include "support/fake_platform.h"
+#include "support/steps.h"
 #include "support/magic.h"
 
 namespace quill::testing {
@@ -18,9 +18,10 @@ namespace {
 
 struct Builder {
   FakePlatform platform;
-  RunControl run{platform};
   Square square;
-  void build(int n, double start, double distance) { ASSERT_TRUE(buildSquare(square, n, start, distance, run.buildSteps())); }
+  void build(int n, double start, double distance) {
+    ASSERT_TRUE(buildSquare(square, n, start, distance, buildSteps(platform)));
+  }
   const SquareGrid& numbers() const { return square.squareNumbers; }
 };
 

@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-#include "construction/run_control.h"
 #include "construction/square_builder.h"
 #include "patterns/line_types.h"
 #include "support/fake_platform.h"
 #include "support/literal_blanks.h"
 #include "support/magic.h"
+#include "support/steps.h"
 
 namespace quill::testing {
 namespace {
@@ -42,15 +42,12 @@ template <class Blanks>
 struct Session {
   explicit Session(std::uint64_t seed = 1) : platform(seed) {}
   FakePlatform platform;
-  RunControl run{platform};
   Square built;
   FailedLines failed{};
   PuzzleMade made;
-  void build(int n) { ASSERT_TRUE(buildSquare(built, n, 1, 1, run.buildSteps())); }
+  void build(int n) { ASSERT_TRUE(buildSquare(built, n, 1, 1, buildSteps(platform))); }
   void makePuzzle(const PuzzleSettings& settings) {
-    const PuzzleSteps steps{[this](int count) { return run.randomWhole(count); }, [this] { return run.yieldGoesOn(); },
-                            {}, {}};
-    const std::optional<PuzzleMade> puzzle = makePuzzleOver<Blanks>(built, settings, failed, steps);
+    const std::optional<PuzzleMade> puzzle = makePuzzleOver<Blanks>(built, settings, failed, puzzleSteps(platform));
     ASSERT_TRUE(puzzle);
     made = *puzzle;
   }
@@ -219,7 +216,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
 
       // The extra blank: on the reserved line in the top-left corner, or none when the line misses it.
       const SquareGrid before = s->numbers();
-      blankKeyCell(s->square(), *reserved, [&](int count) { return s->run.randomWhole(count); });
+      blankKeyCell(s->square(), *reserved, buildSteps(s->platform).randomWhole);
       const bool crossesCorner =
           std::any_of(line.begin(), line.end(), [](const Cell& c) { return c.first <= 5 && c.second <= 5; });
       ASSERT_EQ(blanksOf(s->square()).size(), blanks.size() + (crossesCorner ? 1 : 0));

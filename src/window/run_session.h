@@ -1,9 +1,10 @@
-// What the long commands (a creation run, a practice) share with the handlers
-// that run while they yield: the one request variable, the yield after which
-// it is read, and the platform's random numbers.
+// What a creation run or a practice shares with the handlers that run while
+// it yields: the one request variable, the selected cell, and the yields and
+// random numbers the square builder and the puzzle maker draw on.
 #pragma once
 
 #include "construction/square_builder.h"
+#include "patterns/puzzle_maker.h"
 #include "platform/platform.h"
 
 namespace quill {
@@ -20,9 +21,14 @@ enum class RunState {
 // command catches it and restores the main page. Never leaves a handler.
 struct RunAborted {};
 
-class RunControl {
+// The selected cell, (column, row) from 1.
+struct Selection {
+  int originX = 0, originY = 0;
+};
+
+class RunSession {
  public:
-  explicit RunControl(Platform& platform) : platform_(platform) {}
+  explicit RunSession(Platform& platform) : platform_(platform) {}
 
   // Shared on purpose: the abort and practice menu items, the Q key and the
   // cell entry write it while a command yields; the command reads it after
@@ -30,12 +36,9 @@ class RunControl {
   RunState runState() const { return runState_; }
   void setRunState(RunState state) { runState_ = state; }
 
-  // The selected cell, shared on purpose: the dependency check records the
-  // cell it tests, and a practice click is compared with the cell selected
-  // before it, whichever of the two selected that.
-  struct Selection {
-    int originX = 0, originY = 0;
-  };
+  // Shared on purpose: the dependency check's cell becomes it while a puzzle
+  // is made, and a practice click is compared with the cell selected before
+  // it, whichever of the two selected that.
   Selection selection;
 
   // Yields; whether the command goes on, the user not having asked to abort
@@ -48,13 +51,20 @@ class RunControl {
   void yieldToUser() {
     if (!yieldGoesOn()) throw RunAborted{};
   }
+  // Int(Rnd × count) + 1: a whole number from 1 to count.
+  int randomWhole(int count) { return static_cast<int>(platform_.random() * count) + 1; }
+  double random() { return platform_.random(); }
+
   // The random numbers and the yields a square is built with.
   BuildSteps buildSteps() {
     return {[this](int count) { return randomWhole(count); }, [this] { return yieldGoesOn(); }};
   }
-  // Int(Rnd × count) + 1: a whole number from 1 to count.
-  int randomWhole(int count) { return static_cast<int>(platform_.random() * count) + 1; }
-  double random() { return platform_.random(); }
+  // The same for a puzzle; while a cell is scored a puzzle is in the making,
+  // and the cell the dependency check tests becomes the selection.
+  PuzzleSteps puzzleSteps() {
+    return {[this](int count) { return randomWhole(count); }, [this] { return yieldGoesOn(); },
+            [this] { runState_ = RunState::Puzzle; }, [this](int x, int y) { selection = {x, y}; }};
+  }
 
  private:
   Platform& platform_;
