@@ -18,6 +18,7 @@
 #include <QLocale>
 #include <QPdfWriter>
 #include <QFileInfo>
+#include <QPrintEngine>
 #include <QRandomGenerator>
 #include <QTemporaryFile>
 #include <atomic>
@@ -246,6 +247,10 @@ bool printDocument(const Printer& printer, const Destinations& where, const std:
   const QByteArray file = QFile::encodeName(job.fileName());
   int optionCount = 0;
   cups_option_t* options = nullptr;
+  for (qsizetype i = 0; i + 1 < where.cupsOptions.size(); i += 2) {
+    optionCount = cupsAddOption(where.cupsOptions[i].toUtf8().constData(), where.cupsOptions[i + 1].toUtf8().constData(),
+                                optionCount, &options);
+  }
   if (where.copies > 1) {
     optionCount = cupsAddOption("copies", QByteArray::number(where.copies), optionCount, &options);
     // Copies of a worksheet come as whole sets of its pages.
@@ -346,6 +351,16 @@ Destinations chosenDestinations(const QPrinter& printer, Destinations base) {
   base.chosenFile.clear();
   base.printerName = printer.printerName();
   base.copies = printer.copyCount();
+  // Qt's print dialog leaves its CUPS options (pages, page set, pages per
+  // sheet, the printer's own settings) in this property of the printer,
+  // for the print service to apply to the job.
+  constexpr auto kCupsOptions = QPrintEngine::PrintEnginePropertyKey(0xfe00);
+  base.cupsOptions = printer.printEngine()->property(kCupsOptions).toStringList();
+  if (printer.pageOrder() == QPrinter::LastPageFirst) base.cupsOptions << "outputorder" << "reverse";
+  // "Pages from ... to ...", when the dialog leaves it to the program.
+  if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
+    base.cupsOptions << "page-ranges" << QString("%1-%2").arg(printer.fromPage()).arg(printer.toPage());
+  }
   switch (printer.duplex()) {
     case QPrinter::DuplexNone:
       base.sides = "one-sided";

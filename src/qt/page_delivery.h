@@ -11,6 +11,7 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -27,6 +28,10 @@ struct Destinations {
   std::optional<QPageSize> paper{};  // none: the printer's, and the locale's for files
   int copies = 1;
   QString sides{};  // CUPS "sides" (one-sided, two-sided-long-edge, ...); empty: the queue's
+  // Whatever else was chosen in the print dialog for the printer, as CUPS
+  // options, name then value: pages, page set, pages per sheet, reverse
+  // order, the printer's own settings.
+  QStringList cupsOptions{};
   // A PDF file chosen in the window instead of a printer: the first document
   // takes its name (the print dialog asked before replacing a file), each
   // later one the next free name beside it (worksheet-2.pdf, ...).

@@ -101,8 +101,8 @@ start_private_cups() {
   [ "$(id -u)" -eq 0 ] || { echo "a private print service needs root"; exit 77; }
   cups_dir="$work/cups"
   mkdir -p "$cups_dir/serverbin/backend" "$cups_dir/spool" "$cups_dir/tmp" "$cups_dir/cache" \
-    "$cups_dir/state" "$cups_dir/out"
-  chmod 777 "$cups_dir/out" "$cups_dir/tmp"
+    "$cups_dir/state" "$cups_dir/out" "$cups_dir/options"
+  chmod 777 "$cups_dir/out" "$cups_dir/options" "$cups_dir/tmp"
   chmod 755 "$work"
   for part in filter daemon cgi-bin driver monitor notifier; do
     [ -e "/usr/lib/cups/$part" ] && ln -s "/usr/lib/cups/$part" "$cups_dir/serverbin/$part"
@@ -111,6 +111,7 @@ start_private_cups() {
 #!/bin/sh
 [ $# -eq 0 ] && { echo 'direct keep "Unknown" "Keep"'; exit 0; }
 out="$(dirname "$0")/../../out"
+echo "copies=$4 $5" >"$out/../options/$PRINTER-job-$1"
 if [ -n "$6" ]; then cp "$6" "$out/.job-$1"; else cat >"$out/.job-$1"; fi && mv "$out/.job-$1" "$out/$PRINTER-job-$1.pdf"
 KEEP
   chmod 755 "$cups_dir/serverbin/backend/keep"

@@ -1,7 +1,8 @@
 #!/bin/sh
 # End to end with a print service of the test's own and two queues, Front
 # (the default) and Back: "Printer..." in "Print Options" opens the print
-# dialog; after Back is chosen a run lands on Back; after "Print to File
+# dialog; after Back is chosen with two copies of page 1 a run lands on Back
+# with those options; after "Print to File
 # (PDF)" with a file name, runs land in that file and then the next free name
 # beside it, and on no queue; Cancel changes nothing.
 # Usage: print_choice.sh QUILLION_BINARY
@@ -46,13 +47,24 @@ create_into() {
   fail "$1: nothing arrived in $2 ($(ls "$out" "$sheets" | tr '\n' ' '))"
 }
 
+# Back, with two copies of page 1 only: the copies box and "Pages from"
+# clicked where the expanded dialog has them.
 open_print_dialog
 xdotool type Back  # the printer list finds the queue by its name
+xdotool key alt+o
+sleep 0.5
+dialog=$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' | head -1)
+xdotool mousemove --window "$dialog" 365 223 click --repeat 3 1 type 2
+xdotool mousemove --window "$dialog" 38 243 click 1  # "Pages from" 1 to 1
 xdotool key Return
 dialog_closed
 create_into "the run after choosing Back" "$out"
 [ -n "$(ls "$out" | grep '^Back-job-')" ] && [ -z "$(ls "$out" | grep '^Front-job-')" ] ||
   fail "the run did not land on Back alone: $(ls "$out")"
+options=$(cat "$cups_dir"/options/Back-job-*)
+for option in copies=2 page-ranges=1 sides=one-sided; do
+  echo " $options " | grep -q " $option " || fail "the job was not sent with $option: $options"
+done
 
 open_print_dialog
 xdotool key alt+n End alt+f ctrl+a
@@ -77,4 +89,4 @@ done
 
 quit_program
 rm -rf "$work"
-echo "ok: a run on the chosen queue, runs into the chosen file under names of their own, Cancel keeping the choice"
+echo "ok: a run on the chosen queue with its copies and pages, runs into the chosen file under names of their own, Cancel keeping the choice"
