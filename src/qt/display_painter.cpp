@@ -157,24 +157,16 @@ class PendingDrawing {
 
  private:
   // On paper a fill with a change of brush costs a graphics state, so the
-  // brush is set once a run. Boxes go in the device's own units: a scaled
-  // painter otherwise wraps each fill in a saved state and a matrix, most
-  // of a page's bytes.
+  // brush is set once a run.
   void fillOnPaper() {
-    const QTransform toDevice = painter_.worldTransform();
-    const bool plainScale = false && toDevice.type() <= QTransform::TxScale;
     painter_.save();
-    if (plainScale) painter_.resetTransform();
     painter_.setPen(Qt::NoPen);
     for (const Run& run : runs_) {
       const PaletteColour c = paletteColour(run.colour);
       painter_.setBrush(QColor(c.red, c.green, c.blue));
       // One fill a box: a viewer snaps a lone rectangle to whole pixels,
       // not a path of many.
-      for (const QRectF& box : run.boxes) {
-        const QRectF onDevice = plainScale ? toDevice.mapRect(box) : box;
-        painter_.drawRects(&onDevice, 1);
-      }
+      for (const QRectF& box : run.boxes) painter_.drawRects(&box, 1);
     }
     painter_.restore();
   }

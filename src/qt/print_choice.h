@@ -19,8 +19,6 @@ class PrintChoice {
   // Opens the dialog over `window`; where the documents go after it was
   // accepted (the folders as in `current`), nothing when it was cancelled.
   std::optional<Destinations> ask(QWidget* window, const Destinations& current);
-  // The settings the dialog starts from and leaves its choices in.
-  QPrinter& settings() { return printer_; }
 
  private:
   QPrinter printer_;

@@ -46,9 +46,6 @@ class QtPlatform : public Platform {
   // All runs' pages as one document, ended by finishPrinting (a batch of
   // several pages of squares is one file).
   bool oneDocument = false;
-  // Where the window's documents go now: as started, or as last chosen.
-  Destinations destinations() const { return spooler_.destinations(); }
-
   // A batch's window is never shown: maximising and refreshing it would only
   // paint what nobody sees, and with no one to answer, its yields look at
   // the event loop only now and then.

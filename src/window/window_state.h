@@ -18,8 +18,6 @@ namespace quill {
 // fill the page, the last of them ending it.
 class PagePhase {
  public:
-  enum class Stage { Ordinary, KeySquare, Continuation };
-  Stage stage() const { return stage_; }
   bool ordinary() const { return stage_ == Stage::Ordinary; }
   bool keySquare() const { return stage_ == Stage::KeySquare; }
   bool continuation() const { return stage_ == Stage::Continuation; }
@@ -38,6 +36,7 @@ class PagePhase {
   }
 
  private:
+  enum class Stage { Ordinary, KeySquare, Continuation };
   Stage stage_ = Stage::Ordinary;
   int number_ = 0;  // of the continuation square, from 1
 };

@@ -19,19 +19,20 @@ mkdir "$sheets"
 
 # The menu with the mouse ("Print Options", then its fourth item), and the
 # dialog's fields by their mnemonics, as a person would.
+print_dialog() { xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null | head -1; }
 open_print_dialog() {
   xdotool mousemove --window "$wid" 110 8 click 1
   sleep 0.3
   xdotool mousemove --window "$wid" 120 95 click 1
   for _ in $(seq 50); do
-    [ -n "$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null)" ] && return 0
+    [ -n "$(print_dialog)" ] && return 0
     sleep 0.1
   done
   fail "no print dialog"
 }
 dialog_closed() {
   for _ in $(seq 50); do
-    [ -z "$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null)" ] && return 0
+    [ -z "$(print_dialog)" ] && return 0
     sleep 0.1
   done
   fail "the print dialog did not close"
@@ -53,7 +54,7 @@ open_print_dialog
 xdotool type Back  # the printer list finds the queue by its name
 xdotool key alt+o
 sleep 0.5
-dialog=$(xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' | head -1)
+dialog=$(print_dialog)
 xdotool mousemove --window "$dialog" 365 223 click --repeat 3 1 type 2
 xdotool mousemove --window "$dialog" 38 243 click 1  # "Pages from" 1 to 1
 xdotool key Return
