@@ -58,7 +58,9 @@ struct ReservedLine {
 // count, drawn through the platform's random numbers; a yield before each
 // attempt, after which the work goes on only when it says so; and, for a
 // window that follows the work, that a cell is about to be scored and that
-// the dependency check tests a cell (either may be left empty).
+// the dependency check selects the cell it tests (either may be left empty).
+// The check of the line a scoring attempt drew selects nothing: it tests
+// the cell just scored, which stays as the window had it.
 struct PuzzleSteps {
   std::function<int(int count)> randomWhole;
   std::function<bool()> yieldGoesOn;

@@ -69,8 +69,11 @@ class PuzzleWork {
   void scoreLine(int type, bool placed);
 
   // lineAccepted = 1 when blanking (cellX, cellY) through lineType keeps
-  // every blank solvable.
+  // every blank solvable. The check's own first step selects the cell it
+  // tests; a scoring attempt checks its drawn line from the second step on,
+  // leaving the selection where it was.
   void makeblanks();
+  void checkDependencies();
   void markBlank(int type);
   bool scanPass();
   bool scanCell();
@@ -240,8 +243,13 @@ int PuzzleWork<Blanks>::drawLineType() {
 // lines, and so on; it may not wait on itself.
 template <class Blanks>
 void PuzzleWork<Blanks>::makeblanks() {
-  if (!blanksLive_) blanks_.rebuild(grid_->squareNumbers, n_, false);
   if (steps_.checkingCell) steps_.checkingCell(cellX, cellY);
+  checkDependencies();
+}
+
+template <class Blanks>
+void PuzzleWork<Blanks>::checkDependencies() {
+  if (!blanksLive_) blanks_.rebuild(grid_->squareNumbers, n_, false);
   lineAccepted = blanks_.closesCycle(cellX, cellY, lineType) ? 0 : 1;
 }
 
@@ -365,7 +373,7 @@ bool PuzzleWork<Blanks>::scoringAttempt() {
     reservedLineChosen = 1;
   } else {
     const bool onReservedLine = reservedLineChosen != 0 && reservedLineMeets(x, y);
-    if (!onReservedLine) makeblanks();
+    if (!onReservedLine) checkDependencies();
     if (onReservedLine || lineAccepted != 1) {
       lineFailed[type] = 1;
       return false;

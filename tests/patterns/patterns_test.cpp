@@ -45,9 +45,12 @@ struct Session {
   Square built;
   FailedLines failed{};
   PuzzleMade made;
+  Cell selected{0, 0};  // the last cell the dependency check selected
   void build(int n) { ASSERT_TRUE(buildSquare(built, n, 1, 1, buildSteps(platform))); }
   void makePuzzle(const PuzzleSettings& settings) {
-    const std::optional<PuzzleMade> puzzle = makePuzzleOver<Blanks>(built, settings, failed, puzzleSteps(platform));
+    PuzzleSteps steps = puzzleSteps(platform);
+    steps.checkingCell = [this](int x, int y) { selected = {x, y}; };
+    const std::optional<PuzzleMade> puzzle = makePuzzleOver<Blanks>(built, settings, failed, steps);
     ASSERT_TRUE(puzzle);
     made = *puzzle;
   }
@@ -167,7 +170,7 @@ TEST(PuzzleMaker, TheFastCheckAnswersAsTheLiteralOne) {
 
 // Over many seeds, sizes and settings: the literal maker (up to 17 by 17,
 // now and then 29) makes the same puzzle from the same draws, with the same
-// reserved line; and every puzzle is solvable, has as many blanks as asked,
+// reserved line and selection; and every puzzle is solvable, has as many blanks as asked,
 // keeps its reserved line whole and its "Only Main" patterns inside the
 // square, and takes a continuation square's extra blank on the reserved line.
 TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
@@ -190,6 +193,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
         ASSERT_EQ(reserved.has_value(), literal->made.reservedLine.has_value());
         ASSERT_TRUE(!reserved || reserved->reservedType == literal->made.reservedLine->reservedType);
         ASSERT_EQ(s->numbers(), literal->numbers());
+        ASSERT_EQ(s->selected, literal->selected);
         ++compared;
       }
       const std::vector<Cell> blanks = blanksOf(s->square());

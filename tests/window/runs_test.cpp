@@ -1,6 +1,7 @@
 // An abort or a quit at any yield of a run or a practice leaves the main page
 // as it was; practice played by keyboard does what the same play by mouse
-// does; the printer is chosen only between runs.
+// does, and the first choice of a blank opens it; the printer is chosen
+// only between runs.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -179,6 +180,55 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
     }
     ASSERT_GT(traces[0].size(), 10u) << seed;
     ASSERT_EQ(traces[0], traces[1]) << "seed " << seed;
+  }
+}
+
+// A puzzle of one blank, on many seeds and both sizes a page shows whole:
+// the first click on the blank opens the entry box, and so does Enter on it
+// by keyboard (the cursor brought there by the arrows); the answer counts,
+// which solves the puzzle.
+TEST(Practice, TheFirstChoiceOfTheOnlyBlankOpensIt) {
+  for (std::uint64_t seed = 1; seed <= 60; ++seed) {
+    for (const bool keyboard : {false, true}) {
+      SCOPED_TRACE(::testing::Message() << "seed " << seed << (keyboard ? " by keyboard" : " by mouse"));
+      FakePlatform platform(seed);
+      auto window = std::make_unique<MainWindow>(platform);
+      MainWindow& w = *window;
+      platform.attach(&w);
+      w.userActivate();
+      if (seed % 3 == 0) w.sqr7.userClick();
+      retype(w.Text3, "1");
+      const int n = w.state().squareSize;
+      bool played = false;
+      platform.onYield = [&](int) {
+        if (!playing(w)) return;
+        if (played) return w.qplaying.userClick();
+        played = true;
+        std::vector<std::pair<int, int>> blanks;
+        for (int x = 1; x <= n; ++x) {
+          for (int y = 1; y <= n; ++y) {
+            if (isBlank(w.square().squareNumbers[x][y])) blanks.emplace_back(x, y);
+          }
+        }
+        ASSERT_EQ(blanks.size(), 1u);
+        const auto [x, y] = blanks.front();
+        if (keyboard) {
+          for (int i = 1; i < x; ++i) w.userKeyDown(keys::right);
+          for (int i = 1; i < y; ++i) w.userKeyDown(keys::down);
+          w.userKeyDown(keys::enter);
+        } else {
+          clickCell(w, x, y);
+        }
+        ASSERT_TRUE(w.Text6.visible());
+        w.Text6.userEdit(numberText(w.square().squareRanks[x][y]));
+        w.Text6.userKeyDown(keys::enter);
+        EXPECT_FALSE(w.Text6.visible());
+        EXPECT_NE(w.caption().find("Numbers correct: 1 /"), std::string::npos) << w.caption();
+      };
+      w.Command4.userClick();
+      EXPECT_TRUE(played);
+      EXPECT_EQ(w.state().runDone, 1);
+    }
   }
 }
 
