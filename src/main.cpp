@@ -23,7 +23,7 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationVersion(QUILLION_VERSION);
   QApplication::setDesktopFileName("org.quillion.Quillion");
 
-  const quill::batch::Request request = quill::batch::parseArguments(QApplication::arguments(), batch);
+  const quill::batch::Request request = quill::batch::parseArguments(argc, argv, batch);
   switch (request.kind) {
     case quill::batch::Request::Kind::Invalid:
       std::fprintf(stderr, "quillion: %s (see --help)\n", request.text.toLocal8Bit().constData());

@@ -3,11 +3,13 @@
 // delivered, the program ended.
 #include "batch/batch.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 #include <cctype>
@@ -32,6 +34,22 @@ namespace {
 
 bool isSeedOption(const char* argument) { return std::strncmp(argument, "--seed", 6) == 0; }
 
+// An option's last value as the bytes the shell gave (the locale's
+// encoding): decoded, a name that is not in it would not be the name
+// written. The decoded value when the bytes cannot be told.
+QByteArray rawValue(int argc, char** argv, const char* option, const QString& decoded) {
+  const std::size_t length = std::strlen(option);
+  QByteArray value;
+  for (int i = 1; i < argc && std::strcmp(argv[i], "--") != 0; ++i) {
+    if (std::strcmp(argv[i], option) == 0 && i + 1 < argc) {
+      value = argv[++i];
+    } else if (std::strncmp(argv[i], option, length) == 0 && argv[i][length] == '=') {
+      value = argv[i] + length + 1;
+    }
+  }
+  return QString::fromLocal8Bit(value) == decoded ? value : QFile::encodeName(decoded);
+}
+
 // A whole number as the option's text, or none.
 std::optional<long long> wholeNumber(const QString& text) {
   bool ok = false;
@@ -54,37 +72,6 @@ void typeInto(Control& box, const QString& text) {
 
 void setBox(Control& box, bool checked) {
   if (box.checked() != checked) box.userClick();
-}
-
-// The window's inputs, given to it in the order a person would: the size
-// first (it sets the print count that fills a page), then the numbers, the
-// menus and the properties page.
-void applyInputs(MainWindow& w, const Inputs& in) {
-  if (in.size) typeInto(w.Text2, *in.size);
-  if (in.start) typeInto(w.text4, *in.start);
-  if (in.distance) typeInto(w.Text5, *in.distance);
-  if (in.blanks) typeInto(w.Text3, *in.blanks);
-  if (in.randomStartLimit) {
-    setBox(w.Check1, true);
-    typeInto(w.Text7, *in.randomStartLimit);
-  }
-  if (in.print) (*in.print == "squares" ? w.panswers : *in.print == "puzzles" ? w.ppuzzles : w.pboth).userClick();
-  if (in.shaded) (*in.shaded ? w.highlighted : w.nhighlighted).userClick();
-  if (in.difficulty) (*in.difficulty == "easy" ? w.easy : w.challenging).userClick();
-  const bool anyProperty = in.mainLines || in.allDiagonals ||
-                           std::any_of(in.families.begin(), in.families.end(), [](const auto& f) { return f.has_value(); });
-  if (!anyProperty) return;
-  w.chooseproperties.userClick();
-  if (in.mainLines) setBox(w.Check2, *in.mainLines);
-  if (in.allDiagonals) setBox(w.Check3, *in.allDiagonals);
-  Control* const pairs[4][2] = {{&w.Check4, &w.Check5}, {&w.Check6, &w.Check7}, {&w.Check8, &w.Check9},
-                                {&w.Check10, &w.Check11}};
-  for (std::size_t i = 0; i < 4; ++i) {
-    if (!in.families[i]) continue;
-    setBox(*pairs[i][0], *in.families[i] == "main");
-    setBox(*pairs[i][1], *in.families[i] == "all");
-  }
-  w.Command6.userClick();
 }
 
 // How many pages a batch of `squares` prints: pages of squares, or each
@@ -140,7 +127,9 @@ bool asksForBatch(int argc, char** argv) {
   return false;
 }
 
-Request parseArguments(const QStringList& arguments, bool batch) {
+Request parseArguments(int argc, char** argv, bool batch) {
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
   QCommandLineParser parser;
   parser.setApplicationDescription(
       "Builds complete magic squares, puzzles and answer pages, and prints them without a window.\n"
@@ -161,7 +150,7 @@ Request parseArguments(const QStringList& arguments, bool batch) {
   option("plain", "Answer pages without shading.");
   option("difficulty", "Puzzle difficulty.", "easy|challenging", "challenging");
   option("blanks", "Leave how many blanks? At least 1.", "N", "100");
-  option("main-lines", "Include main diagonals and lines.", "on|off", "on");
+  option("main-lines", "Include main diagonals and lines (off needs --all-diagonals on).", "on|off", "on");
   option("all-diagonals", "Include all diagonals.", "on|off", "off");
   option("cross-diagonals", "5 by 5: cross-diagonals, only the main ones or all.", "off|main|all", "off");
   option("cross-lines", "5 by 5: cross-lines.", "off|main|all", "off");
@@ -258,6 +247,10 @@ Request parseArguments(const QStringList& arguments, bool batch) {
   }
   if (mainLines) in.mainLines = *mainLines == "on";
   if (allDiagonals) in.allDiagonals = *allDiagonals == "on";
+  // The window puts the main lines back when no lines would be left.
+  if (in.mainLines == false && in.allDiagonals != true) {
+    return invalid("--main-lines off needs --all-diagonals on: puzzles need lines to blank through");
+  }
   if (parser.isSet("shaded") && parser.isSet("plain")) return invalid("--shaded and --plain cannot both be given");
   if (parser.isSet("shaded") || parser.isSet("plain")) in.shaded = parser.isSet("shaded");
 
@@ -265,15 +258,55 @@ Request parseArguments(const QStringList& arguments, bool batch) {
   if (parser.isSet("paper") && request.paper != "a4" && request.paper != "letter") {
     return invalid(QString("--paper must be a4 or letter, not '%1'").arg(request.paper));
   }
-  request.output = parser.value("output");
-  if (parser.isSet("output") && request.output != "-") {
-    const QFileInfo file(request.output);
-    if (request.output.isEmpty() || file.isDir()) return invalid("--output needs a file name");
-    if (!file.absoluteDir().exists()) return invalid(QString("--output: no folder %1").arg(file.absolutePath()));
+  if (parser.isSet("output")) {
+    request.output = rawValue(argc, argv, "--output", parser.value("output"));
+    if (request.output != "-") {
+      struct stat named {};
+      if (request.output.isEmpty() || (::stat(request.output.constData(), &named) == 0 && S_ISDIR(named.st_mode))) {
+        return invalid("--output needs a file name");
+      }
+      const QFileInfo file(QFile::decodeName(request.output));
+      const qsizetype slash = request.output.lastIndexOf('/');
+      const QByteArray folder = slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : request.output.left(slash);
+      if (::stat(folder.constData(), &named) != 0 || !S_ISDIR(named.st_mode)) {
+        return invalid(QString("--output: no folder %1").arg(file.absolutePath()));
+      }
+    }
   }
   request.printer = parser.value("printer");
   request.quiet = parser.isSet("quiet");
   return request;
+}
+
+// The window's inputs, given to it in the order a person would: the size
+// first (it sets the print count that fills a page), then the numbers, the
+// menus and the properties page.
+void applyInputs(MainWindow& w, const Inputs& in) {
+  if (in.size) typeInto(w.Text2, *in.size);
+  if (in.start) typeInto(w.text4, *in.start);
+  if (in.distance) typeInto(w.Text5, *in.distance);
+  if (in.blanks) typeInto(w.Text3, *in.blanks);
+  if (in.randomStartLimit) {
+    setBox(w.Check1, true);
+    typeInto(w.Text7, *in.randomStartLimit);
+  }
+  if (in.print) (*in.print == "squares" ? w.panswers : *in.print == "puzzles" ? w.ppuzzles : w.pboth).userClick();
+  if (in.shaded) (*in.shaded ? w.highlighted : w.nhighlighted).userClick();
+  if (in.difficulty) (*in.difficulty == "easy" ? w.easy : w.challenging).userClick();
+  const bool anyProperty = in.mainLines || in.allDiagonals ||
+                           std::any_of(in.families.begin(), in.families.end(), [](const auto& f) { return f.has_value(); });
+  if (!anyProperty) return;
+  w.chooseproperties.userClick();
+  if (in.mainLines) setBox(w.Check2, *in.mainLines);
+  if (in.allDiagonals) setBox(w.Check3, *in.allDiagonals);
+  Control* const pairs[4][2] = {{&w.Check4, &w.Check5}, {&w.Check6, &w.Check7}, {&w.Check8, &w.Check9},
+                                {&w.Check10, &w.Check11}};
+  for (std::size_t i = 0; i < 4; ++i) {
+    if (!in.families[i]) continue;
+    setBox(*pairs[i][0], *in.families[i] == "main");
+    setBox(*pairs[i][1], *in.families[i] == "all");
+  }
+  w.Command6.userClick();
 }
 
 namespace {
@@ -288,6 +321,8 @@ extern "C" void interrupted(int) {
 int runBatch(const Request& request) {
   std::signal(SIGINT, interrupted);
   std::signal(SIGTERM, interrupted);
+  // A reader that goes away is a failed write, said in one line, not a signal.
+  std::signal(SIGPIPE, SIG_IGN);
   qt::Destinations where = qt::defaultDestinations();
   where.outputFile = request.output;
   where.printerName = request.printer;
@@ -312,7 +347,15 @@ int runBatch(const Request& request) {
   const auto capacity = static_cast<long long>(numericValue(w.Text1.text()));
   long long left = request.inputs.count ? request.inputs.count->toLongLong() : capacity;
   Progress progress(pagesAsked(w, left, capacity), !request.quiet && ::isatty(STDERR_FILENO) != 0);
-  platform.onPagePrinted = [&progress] { progress.pagePrinted(); };
+  platform.onPagePrinted = [&progress, &platform] {
+    progress.pagePrinted();
+    // The output can take no more: the batch ends at once (the line saying
+    // why is out, and nothing is left behind).
+    if (platform.outputFailed()) {
+      std::fflush(nullptr);
+      std::_Exit(1);
+    }
+  };
   while (left > 0) {
     const long long squares = std::min(left, capacity);
     if (numericValue(w.Text1.text()) != static_cast<double>(squares)) typeInto(w.Text1, QString::number(squares));

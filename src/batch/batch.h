@@ -3,11 +3,16 @@
 // that prints its pages and ends.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <array>
 #include <cstdint>
 #include <optional>
+
+namespace quill {
+class MainWindow;
+}  // namespace quill
 
 namespace quill::batch {
 
@@ -33,10 +38,14 @@ struct Request {
   QString text;  // the help, or the one line saying what is wrong
   std::optional<std::uint64_t> seed;
   Inputs inputs;
-  QString output, printer, paper;
+  QByteArray output;  // the file's name as the bytes given; "-": standard output
+  QString printer, paper;
   bool quiet = false;
 };
-Request parseArguments(const QStringList& arguments, bool batch);
+Request parseArguments(int argc, char** argv, bool batch);
+
+// Sets the window's inputs as a person would, through its own controls.
+void applyInputs(MainWindow& w, const Inputs& in);
 
 // Runs a batch request on the window, headless; the exit status: 0 when
 // every page was delivered, 1 when some could not be.

@@ -15,6 +15,10 @@ class Platform {
   // The pages printed since the last end form one document: one print job,
   // or one file.
   virtual void endDocument() = 0;
+  // Whether the pages handed over are too far from delivered, after waiting
+  // a moment for them: a run yields while it holds, so that the window
+  // answers (and can be stopped) and little is left to deliver at the end.
+  virtual bool printingBehind() { return false; }
   // Asks the user where the documents of the runs to come go: a printer with
   // its paper, copies and sides, or a PDF file. Cancelling changes nothing.
   virtual void choosePrinter() = 0;

@@ -27,6 +27,7 @@
 #include <cstring>
 #include <mutex>
 #include <set>
+#include <utility>
 
 namespace quill::qt {
 
@@ -35,9 +36,9 @@ void reportLine(const QString& line) {
   std::fflush(stderr);
 }
 
-namespace {
-
 QString pagesText(std::size_t pages) { return pages == 1 ? QString("1 page") : QString("%1 pages").arg(pages); }
+
+namespace {
 
 // The first of a sequence of file names that `free` accepts, remembered as
 // handed out for the rest of this run of the program: a name whose file
@@ -100,88 +101,105 @@ std::atomic<bool> writing{false};
 
 }  // namespace
 
-HiddenFile::HiddenFile(QString path) : path_(std::move(path)) {
-  const QDir folder = path_ == "-" ? QDir::temp() : QFileInfo(path_).dir();
-  // Created with the permissions the user's umask gives every new file (a
-  // worksheet is often shared), under a name no other file has.
-  for (int attempt = 0; attempt < 100 && fd_ < 0; ++attempt) {
-    const quint32 number = QRandomGenerator::global()->generate() % 1000000000U;
-    const QString name = QString(".quillion-%1.part").arg(number, 9, 10, QChar('0'));
-    temporary_ = QFile::encodeName(folder.filePath(name));
-    fd_ = ::open(temporary_.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd_ < 0 && errno != EEXIST) break;
+namespace {
+// The folder a name lies in, as bytes: what comes before its last slash.
+QByteArray folderOf(const QByteArray& path) {
+  const qsizetype slash = path.lastIndexOf('/');
+  return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
+}
+QString errnoText() { return QString::fromLocal8Bit(std::strerror(errno)); }
+}  // namespace
+
+CheckedFile::CheckedFile(QByteArray path) : path_(std::move(path)) {
+  struct stat existing {};
+  if (path_ == "-") {
+    direct_ = true;
+    fd_ = STDOUT_FILENO;
+  } else if (::stat(path_.constData(), &existing) == 0 && !S_ISREG(existing.st_mode)) {
+    // A device or a pipe is no file to replace: it takes the pages itself.
+    direct_ = true;
+    fd_ = ::open(path_.constData(), O_WRONLY | O_CLOEXEC);
+  } else {
+    // Created with the permissions the user's umask gives every new file (a
+    // worksheet is often shared), under a name no other file has.
+    const QByteArray folder = folderOf(path_);
+    for (int attempt = 0; attempt < 100 && fd_ < 0; ++attempt) {
+      const quint32 number = QRandomGenerator::global()->generate() % 1000000000U;
+      temporary_ = folder + QString("/.quillion-%1.part").arg(number, 9, 10, QChar('0')).toLatin1();
+      fd_ = ::open(temporary_.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+      if (fd_ < 0 && errno != EEXIST) break;
+    }
+    if (fd_ >= 0 && static_cast<std::size_t>(temporary_.size()) < sizeof beingWritten) {
+      std::memcpy(beingWritten, temporary_.constData(), static_cast<std::size_t>(temporary_.size()) + 1);
+      writing = true;
+    }
   }
   if (fd_ < 0) {
-    failure_ = QString::fromLocal8Bit(std::strerror(errno));
+    failure_ = errnoText();
     return;
-  }
-  if (static_cast<std::size_t>(temporary_.size()) < sizeof beingWritten) {
-    std::memcpy(beingWritten, temporary_.constData(), static_cast<std::size_t>(temporary_.size()) + 1);
-    writing = true;
   }
   QIODevice::open(QIODevice::WriteOnly);
 }
 
-HiddenFile::~HiddenFile() {
-  if (fd_ == -1) return;  // no hidden file was made
-  if (fd_ >= 0) ::close(fd_);
+CheckedFile::~CheckedFile() {
+  if (fd_ >= 0 && fd_ != STDOUT_FILENO) ::close(fd_);
+  if (direct_ || temporary_.isEmpty() || fd_ == -1) return;  // no hidden file was made
   if (!committed_) ::unlink(temporary_.constData());
   writing = false;
 }
 
-qint64 HiddenFile::writeData(const char* data, qint64 size) {
-  if (fd_ < 0 || !failure_.isEmpty()) return -1;
+QString CheckedFile::describe(const QString& reason) const {
+  return path_ == "-" ? QString("cannot write to standard output (%1)").arg(reason)
+                      : QString("cannot write %1 (%2)").arg(QFile::decodeName(path_), reason);
+}
+
+qint64 CheckedFile::writeData(const char* data, qint64 size) {
+  if (fd_ < 0 || failed()) return -1;
   // The PDF writer hands over many small pieces: gathered, one write call a block.
   pending_.append(data, size);
   written_ += size;
   return pending_.size() < kBlock || flushPending() ? size : -1;
 }
 
-bool HiddenFile::flushPending() {
+bool CheckedFile::flushPending() {
   if (pending_.isEmpty()) return true;
   if (!writeAll(fd_, pending_.constData(), static_cast<std::size_t>(pending_.size()))) {
-    failure_ = QString::fromLocal8Bit(std::strerror(errno));
+    failure_ = errnoText();
     return false;
   }
   pending_.clear();
   return true;
 }
 
-bool HiddenFile::commit(bool replace, QString& error) {
+bool CheckedFile::commit(bool replace, QString& error) {
   const auto failed = [&](const QString& reason) {
-    error = path_ == "-" ? QString("cannot write to standard output (%1)").arg(reason)
-                         : QString("cannot write %1 (%2)").arg(path_, reason);
+    error = describe(reason);
     return false;
   };
   if (fd_ >= 0) flushPending();
   if (fd_ < 0 || !failure_.isEmpty()) return failed(failure_.isEmpty() ? QString("not opened") : failure_);
-  struct stat disk {};
-  if (::fsync(fd_) != 0 || ::fstat(fd_, &disk) != 0) return failed(QString::fromLocal8Bit(std::strerror(errno)));
-  if (disk.st_size != written_) return failed(QString("%1 of %2 bytes reached the disk").arg(disk.st_size).arg(written_));
-  if (path_ == "-") {
-    // Standard output gets the whole document, read back from the hidden file.
-    char buffer[1 << 16];
-    ssize_t got = 0;
-    ::lseek(fd_, 0, SEEK_SET);
-    while ((got = ::read(fd_, buffer, sizeof buffer)) > 0) {
-      if (!writeAll(STDOUT_FILENO, buffer, static_cast<std::size_t>(got))) return failed(std::strerror(errno));
-    }
-    return got == 0 || failed(QString::fromLocal8Bit(std::strerror(errno)));
+  if (direct_) {
+    // A pipe or a device keeps no size to check; every write was.
+    if (fd_ == STDOUT_FILENO) return true;
+    const int fd = std::exchange(fd_, -2);
+    return ::close(fd) == 0 || failed(errnoText());
   }
-  const int fd = fd_;
-  fd_ = -2;  // closed here; the destructor only clears the mark
+  struct stat disk {};
+  if (::fsync(fd_) != 0 || ::fstat(fd_, &disk) != 0) return failed(errnoText());
+  if (disk.st_size != written_) return failed(QString("%1 of %2 bytes reached the disk").arg(disk.st_size).arg(written_));
+  const int fd = std::exchange(fd_, -2);  // closed here; the destructor only clears the mark
   if (::close(fd) != 0) {
     ::unlink(temporary_.constData());
-    return failed(QString::fromLocal8Bit(std::strerror(errno)));
+    return failed(errnoText());
   }
-  if (!takeName(temporary_, QFile::encodeName(path_), replace)) {
-    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+  if (!takeName(temporary_, path_, replace)) {
+    const QString reason = errnoText();
     ::unlink(temporary_.constData());
     return failed(reason);
   }
   committed_ = true;
   // The new name itself on the disk too.
-  const int folder = ::open(QFile::encodeName(QFileInfo(path_).absolutePath()).constData(), O_RDONLY | O_DIRECTORY);
+  const int folder = ::open(folderOf(path_).constData(), O_RDONLY | O_DIRECTORY);
   if (folder >= 0) {
     ::fsync(folder);
     ::close(folder);
@@ -274,7 +292,7 @@ void removeFileBeingWritten() {
   if (writing) ::unlink(beingWritten);
 }
 
-StreamedPdf::StreamedPdf(const QString& path, const QPageSize& paper) : path_(path), file_(path), writer_(&file_) {
+StreamedPdf::StreamedPdf(const QByteArray& path, const QPageSize& paper) : path_(path), file_(path), writer_(&file_) {
   prepareWriter(writer_, paper);
 }
 
@@ -286,7 +304,8 @@ void StreamedPdf::addPage(const PageSnapshot& page) {
 
 bool StreamedPdf::finish(QString& error, bool replace) {
   if (pages_ == 0 || !painter_.end()) {
-    error = QString("cannot write %1 (the pages could not be drawn)").arg(path_);
+    error = file_.failed() ? file_.failureLine()
+                           : QString("cannot write %1 (the pages could not be drawn)").arg(QFile::decodeName(path_));
     return false;
   }
   return file_.commit(replace, error);
@@ -397,7 +416,7 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace) {
-  StreamedPdf document(path, paper);
+  StreamedPdf document(QFile::encodeName(path), paper);
   for (const PageSnapshot& page : pages) document.addPage(page);
   return document.finish(error, replace);
 }

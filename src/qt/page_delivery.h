@@ -36,9 +36,10 @@ struct Destinations {
   // takes its name (the print dialog asked before replacing a file), each
   // later one the next free name beside it (worksheet-2.pdf, ...).
   QString chosenFile{};
-  // One file that every document is written to instead, replacing what was
-  // there ("-": standard output); nothing else is tried when it fails.
-  QString outputFile{};
+  // One file that every document is written to instead, as the bytes of
+  // its name were given ("-": standard output): a regular file is replaced,
+  // a device or a pipe written into; nothing else is tried when it fails.
+  QByteArray outputFile{};
 };
 Destinations defaultDestinations();
 
@@ -74,18 +75,21 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace = false);
 
-// A file written under a hidden name beside its final one ("-": standard
-// output, by way of a hidden file in the temporary folder), every write
-// checked; it takes its name only when commit() finds it whole on the disk,
-// and is removed when it does not.
-class HiddenFile : public QIODevice {
+// A file written with every write checked. A new or regular file is written
+// under a hidden name beside its final one and takes that name only when
+// commit() finds it whole on the disk (it is removed when it does not);
+// standard output ("-"), a device or a pipe is written into directly.
+class CheckedFile : public QIODevice {
  public:
-  explicit HiddenFile(QString path);
-  ~HiddenFile() override;
-  HiddenFile(const HiddenFile&) = delete;
-  HiddenFile& operator=(const HiddenFile&) = delete;
+  explicit CheckedFile(QByteArray path);
+  ~CheckedFile() override;
+  CheckedFile(const CheckedFile&) = delete;
+  CheckedFile& operator=(const CheckedFile&) = delete;
   bool commit(bool replace, QString& error);
   bool isSequential() const override { return true; }
+  // Whether a write has failed already, and the one line that says so.
+  bool failed() const { return !failure_.isEmpty(); }
+  QString failureLine() const { return describe(failure_); }
 
  protected:
   qint64 readData(char*, qint64) override { return -1; }
@@ -94,8 +98,10 @@ class HiddenFile : public QIODevice {
  private:
   static constexpr qsizetype kBlock = 1 << 16;
   bool flushPending();
+  QString describe(const QString& reason) const;
 
-  QString path_;
+  QByteArray path_;
+  bool direct_ = false;  // written into as it is, not under a hidden name
   QByteArray pending_;
   QByteArray temporary_;
   int fd_ = -1;
@@ -108,14 +114,17 @@ class HiddenFile : public QIODevice {
 // memory stays flat however long it grows.
 class StreamedPdf {
  public:
-  StreamedPdf(const QString& path, const QPageSize& paper);
+  StreamedPdf(const QByteArray& path, const QPageSize& paper);
   void addPage(const PageSnapshot& page);
+  // A write has failed: nothing more can reach the file.
+  bool failed() const { return file_.failed(); }
+  QString failureLine() const { return file_.failureLine(); }
   // Ends the document and gives the file its name, replacing what was there only when asked.
   bool finish(QString& error, bool replace = true);
 
  private:
-  QString path_;
-  HiddenFile file_;
+  QByteArray path_;
+  CheckedFile file_;
   QPdfWriter writer_;
   QPainter painter_;
   int pages_ = 0;
@@ -123,6 +132,8 @@ class StreamedPdf {
 
 // One line on standard error: where pages went, or why they could not go.
 void reportLine(const QString& line);
+// "1 page", "2 pages".
+QString pagesText(std::size_t pages);
 
 // Removes the hidden file a write has under way, if any: for an interrupted
 // batch, from a signal handler (it only unlinks a name kept aside).

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "qt/page_delivery.h"
@@ -34,16 +35,32 @@ class PageSpooler {
   void setDestinations(Destinations where);
   Destinations destinations() const;
 
+  // Whether the window may print on, waiting at most `limit` for it: the
+  // worker is never far behind, so that what was printed is delivered soon
+  // after the program ends. Into an output file, fewer than kPagesAhead
+  // pages wait to be painted; otherwise at most kPagesBehind pages wait in
+  // ended documents besides the one under way.
+  bool waitForRoom(std::chrono::milliseconds limit);
+
   // Ends the open document and waits until every document handed over is
-  // delivered, at most `limit`; true when all were.
-  bool finish(std::chrono::milliseconds limit);
+  // delivered, at most `limit`; then nothing more is started. The pages not
+  // delivered: 0 when all were.
+  int finish(std::chrono::milliseconds limit);
 
   // Documents delivered so far, and of those the ones that went nowhere.
   int deliveredCount() const;
   int lostCount() const;
+  // Into an output file: whether a write has failed (its line is on
+  // standard error; the pages after it are dropped).
+  bool outputFailed() const;
+  // Where the pages delivered so far went, with their counts, for the line
+  // that says what became of the others: "40 pages went to Office, ...".
+  QString whereDelivered() const;
 
  private:
   void work();
+  bool hasRoom() const;
+  void delivered(const QString& place, std::size_t pages, bool lost);
 
   Destinations where_;
   mutable std::mutex mutex_;
@@ -55,15 +72,19 @@ class PageSpooler {
     Destinations where;
   };
   std::deque<Document> ready_;
+  static constexpr std::size_t kPagesBehind = 16;
   // Into one output file, each page is painted as it comes (none: the end
-  // of the document); the window waits when the painter is that far behind.
+  // of the document).
   const bool streaming_;
   static constexpr std::size_t kPagesAhead = 64;
   std::deque<std::optional<PageSnapshot>> streamed_;
-  bool delivering_ = false;
+  std::size_t pagesUnderWay_ = 0;  // of the document being delivered, or the page being painted
+  bool outputFailed_ = false;
   bool stopping_ = false;
+  bool abandoned_ = false;
   int delivered_ = 0;
   int lost_ = 0;
+  std::vector<std::pair<QString, std::size_t>> deliveredTo_;  // place, pages
   std::thread worker_;  // last: it starts once everything above is there
 };
 

@@ -31,6 +31,8 @@ void QtPlatform::endDocument() {
   if (!oneDocument) spooler_.endDocument();
 }
 
+bool QtPlatform::printingBehind() { return !spooler_.waitForRoom(std::chrono::milliseconds(10)); }
+
 void QtPlatform::choosePrinter() {
   if (view_ == nullptr || !showsWindow) return;
   if (!printChoice_) printChoice_ = std::make_unique<PrintChoice>();
@@ -65,8 +67,8 @@ void QtPlatform::seedRandom(double secondsSinceMidnight) {
 }
 
 int QtPlatform::finishPrinting(std::chrono::milliseconds limit) {
-  spooler_.finish(limit);
-  return spooler_.lostCount();
+  const int left = spooler_.finish(limit);
+  return spooler_.lostCount() + (left > 0 ? 1 : 0);
 }
 
 double QtPlatform::secondsSinceMidnight() {
@@ -75,12 +77,18 @@ double QtPlatform::secondsSinceMidnight() {
 
 void QtPlatform::endProgram() {
   // The window goes at once; the pages already handed over are delivered
-  // (for a few seconds at most), and then the process ends here, even from
-  // deep inside a yielding loop.
+  // (the spooler is never far behind, so this takes a second or two unless
+  // a printer hangs), and then the process ends here, even from deep inside
+  // a yielding loop.
   // The hide reaches the screen at once; no user input is taken any more.
   if (view_ != nullptr) view_->hide();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  spooler_.finish(std::chrono::seconds(5));
+  if (const int left = spooler_.finish(std::chrono::seconds(5)); left > 0) {
+    removeFileBeingWritten();
+    const QString delivered = spooler_.whereDelivered();
+    reportLine(QString("%1 not kept: they were still being delivered when the program ended%2")
+                   .arg(pagesText(static_cast<std::size_t>(left)), delivered.isEmpty() ? "" : "; " + delivered));
+  }
   std::fflush(nullptr);
   std::_Exit(0);
 }

@@ -29,6 +29,7 @@ class QtPlatform : public Platform {
   void maximiseWindow() override;
   void printWindow() override;
   void endDocument() override;
+  bool printingBehind() override;
   void choosePrinter() override;
   void refreshWindow() override;
   void yield() override;
@@ -41,6 +42,8 @@ class QtPlatform : public Platform {
   // Waits until every page handed over is delivered, at most `limit`; the
   // documents that went nowhere.
   int finishPrinting(std::chrono::milliseconds limit);
+  // A batch's output file can take no more pages (the line saying why is out).
+  bool outputFailed() const { return spooler_.outputFailed(); }
   // Told of every page handed over for printing.
   std::function<void()> onPagePrinted;
   // All runs' pages as one document, ended by finishPrinting (a batch of

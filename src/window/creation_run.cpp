@@ -175,6 +175,7 @@ bool MainWindow::makeOneSquare() {
   const bool pagePrinted = pages_.placeOnPage(square(), {printChoice, pagePhase.keySquare(),
                                                          pagePhase.lastContinuation(), lastOfRun,
                                                          highlightAnswers == 1, progression()});
+  keepUpWithPrinting();
   if (pagePrinted || pagePhase.ordinary()) {
     ++runDone;
     if (runDone == runTotal) return true;
@@ -184,9 +185,14 @@ bool MainWindow::makeOneSquare() {
   if (pagePrinted) {
     // A run that goes on page after page delivers each page as it is done.
     platform_.endDocument();
+    keepUpWithPrinting();
     pagePhase.startKeySquare();
   }
   return false;
+}
+
+void MainWindow::keepUpWithPrinting() {
+  while (platform_.printingBehind()) run_.yieldToUser();
 }
 
 int MainWindow::makeSquarePuzzle() {

@@ -143,6 +143,9 @@ class MainWindow : public MainForm, private WindowState {
   // The square in hand made a puzzle; its accepted choices, one more than
   // its blanks. Ends the command when a yield asks to.
   int makeSquarePuzzle();
+  // Yields while the printing is far behind the pages printed; ends the
+  // command when a yield asks to.
+  void keepUpWithPrinting();
   void drawRandomStartNumber();
   void endRun();
   // What the ends of a run and of a practice both bring back: the main

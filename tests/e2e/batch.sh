@@ -1,9 +1,11 @@
 #!/bin/sh
 # End to end on the command line: a batch runs without any display and writes
 # one PDF; bad input is one line on standard error, exit status 2 and nothing
-# written; a file that cannot be written is one line and exit status 1; Ctrl+C
-# leaves nothing behind; progress shows on a terminal only; and the window started with the same seed prints,
-# word for word and place for place, what the batch wrote.
+# written; a file that cannot be written is one line and exit status 1;
+# standard output, devices and names in any encoding take the pages; Ctrl+C
+# leaves nothing behind; progress shows on a terminal only; and the window
+# started with the same seed prints, word for word and place for place, what
+# the batch wrote.
 # Usage: batch.sh QUILLION_BINARY   (needs QUILLION_E2E_DISPLAY for the window)
 set -u
 binary=$1
@@ -41,14 +43,37 @@ done <<'BAD'
 --distance x
 --print answers
 --shaded --plain
+--main-lines off
 --frobnicate
 --seed -1
 stray
 BAD
+batch --size 9 --output - >"$work/bad-out" 2>/dev/null
+[ $? -eq 2 ] && [ ! -s "$work/bad-out" ] || fail "bad input wrote to standard output"
 batch --output "$work/no/such/folder.pdf" 2>"$work/err"
 [ $? -eq 2 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output folder that does not exist: $(cat "$work/err")"
 batch --output /proc/quillion.pdf 2>"$work/err"
 [ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output that cannot be written: $(cat "$work/err")"
+
+# Standard output, into a pipe and into a file, holds the very pages; a
+# reader that goes away early ends the batch at once with one line and
+# status 1. A device takes the pages as it is (written into, never replaced);
+# a name that is not UTF-8 is the name written.
+words() { pdftotext -bbox "$1" - | grep '<word'; }
+words "$work/batch.pdf" >"$work/batch.words"
+batch --seed 11 --output - 2>"$work/err" | cat >"$work/piped.pdf"
+words "$work/piped.pdf" | cmp -s - "$work/batch.words" || fail "standard output into a pipe: $(cat "$work/err")"
+batch --seed 11 --output - >"$work/stdout.pdf" 2>"$work/err" || fail "standard output into a file: $(cat "$work/err")"
+words "$work/stdout.pdf" | cmp -s - "$work/batch.words" || fail "standard output into a file differs"
+{ batch --count 5000 --output - 2>"$work/err"; echo $? >"$work/status"; } | head -c 10 >/dev/null
+[ "$(cat "$work/status")" -eq 1 ] && [ "$(wc -l <"$work/err")" -le 1 ] ||
+  fail "a reader gone early: status $(cat "$work/status"), $(cat "$work/err")"
+batch --count 2 --output /dev/null 2>"$work/err" || fail "/dev/null did not take the pages: $(cat "$work/err")"
+batch --output /dev/full 2>"$work/err"
+[ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] && [ -c /dev/full ] || fail "/dev/full: $(cat "$work/err")"
+batch --seed 11 --output "$work/caf$(printf '\351').pdf" && words "$work/caf$(printf '\351').pdf" >/dev/null ||
+  fail "a name that is not UTF-8 was not written: $(ls "$work")"
+[ -z "$(find "$work" /tmp -maxdepth 1 -name '.quillion-*.part' 2>/dev/null)" ] || fail "a hidden file was left"
 
 # Progress: on a terminal, one line redrawn in place once a batch has taken a
 # second, ending at every page made; nothing with --quiet, nothing off a terminal.
@@ -80,8 +105,7 @@ for _ in $(seq 100); do grep -q " saved as " "$work/log" && break; sleep 0.1; do
 window=$(sed -n 's/.* saved as \(.*\)$/\1/p' "$work/log" | head -1)
 [ -n "$window" ] || fail "the window kept no pages: $(cat "$work/log")"
 quit_program
-pdftotext -bbox "$window" - | grep '<word' >"$work/window.words"
-pdftotext -bbox "$work/batch.pdf" - | grep '<word' >"$work/batch.words"
+words "$window" >"$work/window.words"
 [ "$(wc -l <"$work/batch.words")" -gt 125 ] || fail "the batch's pages hold too few words"
 cmp -s "$work/window.words" "$work/batch.words" || fail "the window's pages differ from the batch's: $(diff "$work/window.words" "$work/batch.words" | head -5)"
 rm -rf "$work"

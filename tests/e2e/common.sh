@@ -135,3 +135,27 @@ stop_private_cups() {
   [ -n "${cups_pid:-}" ] && kill "$cups_pid" 2>/dev/null && wait "$cups_pid" 2>/dev/null
   cups_pid=""
 }
+
+# Types $3 into the box whose centre is at ($1, $2) in the window, replacing its text.
+set_box() {
+  xdotool mousemove --window "$wid" "$1" "$2" click 1
+  xdotool key --window "$wid" ctrl+a
+  xdotool type --window "$wid" "$3"
+}
+
+# The files that the lines on standard error announce, each holding the pages
+# its line names, no name announced twice, no file under the folders $@ that
+# was not announced or is hidden. Sets: said (pages said saved), files.
+check_announced() {
+  said=0 files=0
+  sed -n 's/.*; \([0-9]*\) pages\{0,1\} saved as \(.*\)$/\1 \2/p' "$work/log" >"$work/saved"
+  while read -r count path; do
+    pages=$(pdfinfo "$path" 2>/dev/null | sed -n 's/^Pages: *//p')
+    [ "$pages" = "$count" ] || fail "$path was said to hold $count pages but holds '$pages'"
+    said=$((said + count)) files=$((files + 1))
+  done <"$work/saved"
+  [ "$(cut -d' ' -f2 "$work/saved" | sort | uniq -d)" = "" ] || fail "a name was announced twice"
+  for path in $(find "$@" -type f); do
+    grep -qF " $path" "$work/saved" || fail "$path was left but never announced"
+  done
+}

@@ -24,9 +24,7 @@ export HOME TMPDIR CUPS_SERVER
 start_program
 
 # Print count 0, then "Create", until nothing more can be kept; then Q.
-xdotool mousemove --window "$wid" 392 116 click 1
-xdotool key --window "$wid" ctrl+a
-xdotool type --window "$wid" 0
+set_box 392 116 0
 xdotool mousemove --window "$wid" 328 190 click 1
 for _ in $(seq 250); do grep -q "could not be kept" "$work/log" && break; sleep 0.1; done
 grep -q "could not be kept" "$work/log" || fail "the disks never filled"
@@ -36,29 +34,17 @@ wait_for_title Quillion 100 || fail "Q did not end the run: $(title)"
 
 # One more run of one square, on the full disks.
 lines=$(wc -l <"$work/log")
-xdotool mousemove --window "$wid" 392 116 click 1
-xdotool key --window "$wid" ctrl+a
-xdotool type --window "$wid" 1
+set_box 392 116 1
 xdotool mousemove --window "$wid" 328 190 click 1
 for _ in $(seq 100); do [ "$(wc -l <"$work/log")" -gt "$lines" ] && break; sleep 0.1; done
 [ "$(wc -l <"$work/log")" -gt "$lines" ] || fail "the last run said nothing of its pages"
 quit_program
 
 # Each announced file holds the pages announced; nothing else is left.
-said=0 files=0
-sed -n 's/.*; \([0-9]*\) pages\{0,1\} saved as \(.*\)$/\1 \2/p' "$work/log" >"$work/saved"
-while read -r count path; do
-  pages=$(pdfinfo "$path" 2>/dev/null | sed -n 's/^Pages: *//p')
-  [ "$pages" = "$count" ] || fail "$path was said to hold $count pages but holds '$pages'"
-  said=$((said + count)) files=$((files + 1))
-done <"$work/saved"
-[ "$(cut -d' ' -f2 "$work/saved" | sort | uniq -d)" = "" ] || fail "a name was announced twice"
+check_announced "$small/Quillion" "$spare"
 readable=0
 for path in "$small"/Quillion/pages/* "$spare"/quillion-pages-*/*; do
-  [ -e "$path" ] || continue
-  grep -qF " $path" "$work/saved" || fail "$path was left but never announced"
-  [ -s "$path" ] || fail "$path is empty"
-  readable=$((readable + $(pdfinfo "$path" | sed -n 's/^Pages: *//p')))
+  [ -e "$path" ] && readable=$((readable + $(pdfinfo "$path" | sed -n 's/^Pages: *//p')))
 done
 [ -z "$(find "$small" "$spare" -name '.*' ! -name '.' ! -name '..' | head -1)" ] ||
   fail "hidden files were left: $(find "$small" "$spare" -name '.*')"

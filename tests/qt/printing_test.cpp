@@ -63,7 +63,7 @@ class Printing : public ::testing::Test {
     for (int i = 0; i < 3; ++i) spooler.submit(pageOfNumbers(i));
     spooler.endDocument();
     for (int i = 0; i < 48; ++i) spooler.submit(pageOfNumbers(i));
-    ASSERT_TRUE(spooler.finish(std::chrono::minutes(1)));
+    ASSERT_EQ(spooler.finish(std::chrono::minutes(1)), 0);
     EXPECT_EQ(spooler.deliveredCount(), 2);
   }
 
