@@ -24,6 +24,7 @@
 #include "construction/page_geometry.h"
 #include "platform/number_text.h"
 #include "qt/form_view.h"
+#include "qt/page_delivery.h"
 #include "qt/qt_platform.h"
 #include "screens/size_entry.h"
 #include "window/main_window.h"
@@ -265,11 +266,9 @@ Request parseArguments(int argc, char** argv, bool batch) {
       if (request.output.isEmpty() || (::stat(request.output.constData(), &named) == 0 && S_ISDIR(named.st_mode))) {
         return invalid("--output needs a file name");
       }
-      const QFileInfo file(QFile::decodeName(request.output));
-      const qsizetype slash = request.output.lastIndexOf('/');
-      const QByteArray folder = slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : request.output.left(slash);
+      const QByteArray folder = qt::folderOf(request.output);
       if (::stat(folder.constData(), &named) != 0 || !S_ISDIR(named.st_mode)) {
-        return invalid(QString("--output: no folder %1").arg(file.absolutePath()));
+        return invalid(QString("--output: no folder %1").arg(QFileInfo(QFile::decodeName(folder)).absoluteFilePath()));
       }
     }
   }

@@ -101,12 +101,12 @@ std::atomic<bool> writing{false};
 
 }  // namespace
 
-namespace {
-// The folder a name lies in, as bytes: what comes before its last slash.
 QByteArray folderOf(const QByteArray& path) {
   const qsizetype slash = path.lastIndexOf('/');
   return slash < 0 ? QByteArray(".") : slash == 0 ? QByteArray("/") : path.left(slash);
 }
+
+namespace {
 QString errnoText() { return QString::fromLocal8Bit(std::strerror(errno)); }
 }  // namespace
 

@@ -75,6 +75,9 @@ bool paintDocument(QIODevice& device, const std::vector<PageSnapshot>& pages, co
 bool writePdfFile(const QString& path, const std::vector<PageSnapshot>& pages, const QPageSize& paper, QString& error,
                   bool replace = false);
 
+// The folder a file's name lies in, as bytes: what comes before its last slash.
+QByteArray folderOf(const QByteArray& path);
+
 // A file written with every write checked. A new or regular file is written
 // under a hidden name beside its final one and takes that name only when
 // commit() finds it whole on the disk (it is removed when it does not);

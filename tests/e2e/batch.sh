@@ -1,6 +1,7 @@
 #!/bin/sh
 # End to end on the command line: a batch runs without any display and writes
-# one PDF; bad input is one line on standard error, exit status 2 and nothing
+# one PDF, a puzzle page whose numbers stand where its answer page has them;
+# bad input is one line on standard error, exit status 2 and nothing
 # written; a file that cannot be written is one line and exit status 1;
 # standard output, devices and names in any encoding take the pages; Ctrl+C
 # leaves nothing behind; progress shows on a terminal only; and the window
@@ -17,6 +18,16 @@ batch() { env -u DISPLAY -u WAYLAND_DISPLAY "$binary" "$@"; }
 batch --seed 11 --output "$work/batch.pdf" 2>"$work/err" || fail "the batch failed: $(cat "$work/err")"
 [ ! -s "$work/err" ] || fail "the batch said: $(cat "$work/err")"
 [ "$(pdfinfo "$work/batch.pdf" | sed -n 's/^Pages: *//p')" = 2 ] || fail "the batch did not write a puzzle page and its answers"
+
+# Every number of the puzzle page stands where the answer page has it, and
+# some cells are blank.
+placed() { pdftotext -f "$1" -l "$1" -bbox "$work/batch.pdf" - | sed -n 's/.*xMin="\([0-9.]*\)" yMin="\([0-9.]*\)".*>\(.*\)<\/word>.*/\1 \2 \3/p'; }
+placed 2 >"$work/answers.words"
+placed 1 | awk '
+  NR == FNR { at[$1 " " $2] = $3; next }
+  { shown++; if (at[$1 " " $2] != $3) { print "puzzle shows " $3 " where the answer is \"" at[$1 " " $2] "\""; bad = 1 } }
+  END { if (shown >= 625 || shown < 125) { print "the puzzle page shows " shown " numbers"; bad = 1 }; exit bad }
+' "$work/answers.words" - >"$work/check" || fail "puzzle page: $(cat "$work/check")"
 
 batch --help >"$work/help" || fail "--help failed"
 for option in size count start distance random-start print shaded plain difficulty blanks main-lines \

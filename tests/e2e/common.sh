@@ -61,27 +61,6 @@ quit_program() {
   wait "$pid" || fail "Quit ended the program with status $?"
 }
 
-# The test printer: a cups-pdf queue, the default, writing its jobs into
-# $QUILLION_E2E_PRINTS. Skips the test when there is none. Sets: prints.
-use_test_printer() {
-  [ -n "${QUILLION_E2E_PRINTS:-}" ] || { echo "no test printer (scripts/test sets one up)"; exit 77; }
-  prints=$QUILLION_E2E_PRINTS
-  mkdir -p "$prints"
-  # Jobs of an earlier test still in the queue would land as this test's pages.
-  for _ in $(seq 200); do [ -z "$(lpstat -o 2>/dev/null)" ] && break; sleep 0.1; done
-  ls "$prints" >"$work/before" 2>/dev/null
-}
-
-# Waits until the queue is empty and $1 new jobs have been written; prints
-# their file names, oldest first.
-wait_for_pages() {
-  for _ in $(seq 200); do
-    [ -z "$(lpstat -o 2>/dev/null)" ] && [ "$(ls "$prints" | grep -cvxFf "$work/before")" -ge "$1" ] && break
-    sleep 0.1
-  done
-  (cd "$prints" && ls -tr | grep -vxFf "$work/before")
-}
-
 # The window's title now, and waiting up to $2 tenths of a second for it to read $1.
 title() { xdotool getwindowname "$wid"; }
 wait_for_title() {
