@@ -67,8 +67,19 @@ void QtPlatform::seedRandom(double secondsSinceMidnight) {
 }
 
 int QtPlatform::finishPrinting(std::chrono::milliseconds limit) {
-  const int left = spooler_.finish(limit);
-  return spooler_.lostCount() + (left > 0 ? 1 : 0);
+  if (const int left = spooler_.finish(limit); left > 0) {
+    giveUpDelivering(left);
+    std::_Exit(1);
+  }
+  return spooler_.lostCount();
+}
+
+void QtPlatform::giveUpDelivering(int left) {
+  removeFileBeingWritten();
+  const QString delivered = spooler_.whereDelivered();
+  reportLine(QString("%1 not kept: they were still being delivered when the program ended%2")
+                 .arg(pagesText(static_cast<std::size_t>(left)), delivered.isEmpty() ? "" : "; " + delivered));
+  std::fflush(nullptr);
 }
 
 double QtPlatform::secondsSinceMidnight() {
@@ -83,12 +94,7 @@ void QtPlatform::endProgram() {
   // The hide reaches the screen at once; no user input is taken any more.
   if (view_ != nullptr) view_->hide();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  if (const int left = spooler_.finish(std::chrono::seconds(5)); left > 0) {
-    removeFileBeingWritten();
-    const QString delivered = spooler_.whereDelivered();
-    reportLine(QString("%1 not kept: they were still being delivered when the program ended%2")
-                   .arg(pagesText(static_cast<std::size_t>(left)), delivered.isEmpty() ? "" : "; " + delivered));
-  }
+  if (const int left = spooler_.finish(std::chrono::seconds(5)); left > 0) giveUpDelivering(left);
   std::fflush(nullptr);
   std::_Exit(0);
 }

@@ -40,7 +40,9 @@ class QtPlatform : public Platform {
   [[noreturn]] void endProgram() override;
 
   // Waits until every page handed over is delivered, at most `limit`; the
-  // documents that went nowhere.
+  // documents that went nowhere. Past the limit the program ends (status 1)
+  // with a line saying what was not kept: a delivery given up on may hang
+  // for good.
   int finishPrinting(std::chrono::milliseconds limit);
   // A batch's output file can take no more pages (the line saying why is out).
   bool outputFailed() const { return spooler_.outputFailed(); }
@@ -55,6 +57,10 @@ class QtPlatform : public Platform {
   bool showsWindow = true;
 
  private:
+  // Says how many pages were not kept and where the others went, and leaves
+  // no hidden file behind.
+  void giveUpDelivering(int left);
+
   FormView* view_ = nullptr;
   std::optional<std::uint64_t> seed_;
   std::chrono::steady_clock::time_point lastEvents_;
