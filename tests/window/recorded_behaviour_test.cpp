@@ -182,7 +182,11 @@ void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBl
       // Now and then a click on any cell first; then the first blank, answered
       // now and then wrongly or with a request.
       if (p.pick(8) == 0) {
-        w.userMouseDown(1, 0, static_cast<float>(8 + p.pick(w.cellWidth() * 5)), static_cast<float>(8 + p.pick(90)));
+        // Drawn one at a time, down first as the sessions were recorded: every
+        // compiler then draws them in the same order.
+        const int down = p.pick(90);
+        const int across = p.pick(w.cellWidth() * 5);
+        w.userMouseDown(1, 0, static_cast<float>(8 + across), static_cast<float>(8 + down));
       }
       for (int y = 1; y <= w.state().squareSize; ++y) {
         for (int x = 1; x <= w.state().squareSize; ++x) {
