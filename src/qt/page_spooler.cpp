@@ -1,7 +1,6 @@
 // The spooler's queue and its worker.
 #include "qt/page_spooler.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <numeric>

@@ -175,6 +175,8 @@ bool MainWindow::makeOneSquare() {
   const bool pagePrinted = pages_.placeOnPage(square(), {printChoice, pagePhase.keySquare(),
                                                          pagePhase.lastContinuation(), lastOfRun,
                                                          highlightAnswers == 1, progression()});
+  // Never far ahead of the pages' delivery (a document ended below is
+  // waited for at the next square's placing).
   keepUpWithPrinting();
   if (pagePrinted || pagePhase.ordinary()) {
     ++runDone;
@@ -185,7 +187,6 @@ bool MainWindow::makeOneSquare() {
   if (pagePrinted) {
     // A run that goes on page after page delivers each page as it is done.
     platform_.endDocument();
-    keepUpWithPrinting();
     pagePhase.startKeySquare();
   }
   return false;
