@@ -62,4 +62,18 @@ std::vector<Tile> tiles(int n, TileSize size) {
   return order;
 }
 
+PrintedArea printedArea(const std::vector<DrawOp>& drawing) {
+  PrintedArea area{surfaceWidth + kMargin, surfaceHeight + kMargin};
+  for (const DrawOp& op : drawing) {
+    // A box includes its far corner's pixel; a text takes up to a character
+    // more than its length, one row high.
+    const double right = op.kind == DrawOp::Kind::Box ? std::max(op.x1, op.x2 + 1.0f)
+                                                      : op.x1 + double{kUnitsPerCharacter} * static_cast<double>(op.text.size() + 1);
+    const double bottom = op.kind == DrawOp::Kind::Box ? std::max(op.y1, op.y2 + 1.0f) : op.y1 + double{kRowHeight};
+    area.width = std::max(area.width, right);
+    area.height = std::max(area.height, bottom);
+  }
+  return area;
+}
+
 }  // namespace quill::page

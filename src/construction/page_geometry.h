@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "platform/surface.h"
+
 namespace quill::page {
 
 // The page area in drawing units; the window's surface and a printed page.
@@ -73,5 +75,14 @@ struct Tile {
   int tileColumnNumber, tileRowNumber;  // its "c,r" label
 };
 std::vector<Tile> tiles(int n, TileSize size);
+
+// The area a printed page shows, from its top-left corner: the page area
+// with its margin on the far sides, widened to take in anything drawn beyond
+// it (the label of a tile stands just right of a full-width tile). Every
+// front end scales this area to fit its paper, keeping its proportions.
+struct PrintedArea {
+  double width = 0, height = 0;
+};
+PrintedArea printedArea(const std::vector<DrawOp>& drawing);
 
 }  // namespace quill::page

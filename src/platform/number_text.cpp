@@ -1,11 +1,13 @@
-// Number-to-text and text-to-number, locale-independent (std::to_chars/from_chars).
+// Number-to-text and text-to-number, the same whatever the locale and whichever
+// C library the program is built with (glibc natively, musl in the browser).
 #include "platform/number_text.h"
 
-#include <charconv>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
-#include <limits>
-#include <system_error>
+#include <cstdio>
+#include <cstdlib>
+#include <locale.h>
 
 namespace quill {
 
@@ -23,18 +25,18 @@ struct Significand {
 
 Significand significand(double magnitude) {
   char buffer[64];
-  // d.dddddddddddddde+XX: 15 significant digits.
-  auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                                 std::chars_format::scientific, 14);
-  (void)ec;
-  std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
-  const auto ePos = text.find('e');
+  // d.dddddddddddddde+XX: 15 significant digits, rounded exactly by the C
+  // library. Only the digits are read, so the locale's decimal point does
+  // not matter.
+  std::snprintf(buffer, sizeof buffer, "%.14e", magnitude);
   Significand result;
-  for (char c : text.substr(0, ePos)) {
-    if (c != '.') result.digits.push_back(c);
+  const char* c = buffer;
+  for (; *c != '\0' && *c != 'e'; ++c) {
+    if (*c >= '0' && *c <= '9') result.digits.push_back(*c);
   }
-  std::from_chars(text.data() + ePos + 1 + (text[ePos + 1] == '+' ? 1 : 0),
-                  text.data() + text.size(), result.exponent);
+  const bool negativeExponent = *c == 'e' && c[1] == '-';
+  for (c += *c == 'e' ? 2 : 0; *c >= '0' && *c <= '9'; ++c) result.exponent = result.exponent * 10 + (*c - '0');
+  if (negativeExponent) result.exponent = -result.exponent;
   while (result.digits.size() > 1 && result.digits.back() == '0') result.digits.pop_back();
   return result;
 }
@@ -114,17 +116,14 @@ double numericValue(std::string_view text) {
     }
   }
 
-  // The sign was taken above; from_chars reads the rest ("12.5e3", ".5", "7.").
-  std::string_view number = text.substr(numberStart, pos - numberStart);
-  double magnitude = 0.0;
-  const auto [end, ec] = std::from_chars(number.data(), number.data() + number.size(), magnitude,
-                                         std::chars_format::general);
-  if (ec == std::errc::result_out_of_range) {
-    // Beyond the double range (1E400) reads like a text without a number;
-    // an underflow (1E-400) is simply 0.
-    return 0.0;
-  }
-  if (ec != std::errc() || end != number.data() + number.size()) return 0.0;
+  // The sign was taken above; the C library reads the rest ("12.5e3", ".5",
+  // "7.") in the C locale, whatever the user's locale says of the point.
+  static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+  const std::string number(text.substr(numberStart, pos - numberStart));
+  const double magnitude = strtod_l(number.c_str(), nullptr, cLocale);
+  // Beyond the double range (1E400) reads like a text without a number; an
+  // underflow (1E-400) is simply 0.
+  if (std::isinf(magnitude)) return 0.0;
   return negative ? -magnitude : magnitude;
 }
 

@@ -77,6 +77,11 @@ const std::string& Surface::cellName(const GridCell& cell) const {
   return cellNames_[cell.grid][static_cast<std::size_t>(cell.row * g.columns + cell.column)];
 }
 
+std::string Surface::spokenName(const GridCell& cell) const {
+  const std::string& name = cellName(cell);
+  return name.empty() ? "blank" : name;
+}
+
 void Surface::placeCellCursor(float x, float y) {
   const std::optional<GridCell> cell = cellAt(x, y);
   if (!cell || cell == cellCursor_) return;

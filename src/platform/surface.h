@@ -83,6 +83,8 @@ class Surface {
   void nameCell(float x, float y, const std::string& name);
   // The name of a cell; empty when nothing was named there.
   const std::string& cellName(const GridCell& cell) const;
+  // What a reader is told a cell shows: its name, or "blank".
+  std::string spokenName(const GridCell& cell) const;
   // The cell of the newest grid holding (x, y).
   std::optional<GridCell> cellAt(float x, float y) const;
 

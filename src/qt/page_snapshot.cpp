@@ -66,21 +66,6 @@ void paintControl(QPainter& painter, const ControlImage& control) {
   painter.restore();
 }
 
-// The page area, widened to take in anything drawn beyond it: the label of a
-// tile stands just right of a full-width tile, past the width of the page.
-QRectF printedArea(const std::vector<DrawOp>& drawing) {
-  QRectF area(0, 0, kPageAreaWidth, kPageAreaHeight);
-  for (const DrawOp& op : drawing) {
-    if (op.kind == DrawOp::Kind::Box) {
-      area |= QRectF(QPointF(op.x1, op.y1), QPointF(op.x2 + 1, op.y2 + 1)).normalized();
-    } else {
-      const double width = page::kUnitsPerCharacter * static_cast<double>(op.text.size() + 1);
-      area |= QRectF(op.x1, op.y1, width, page::kRowHeight);
-    }
-  }
-  return area;
-}
-
 }  // namespace
 
 PageSnapshot takeSnapshot(const FormView& view) {
@@ -106,10 +91,10 @@ PageSnapshot takeSnapshot(const FormView& view) {
 
 void renderPage(QPainter& painter, const PageSnapshot& page, QSizeF target) {
   painter.save();
-  const QRectF area = printedArea(page.drawing);
-  const qreal scale = std::min(target.width() / area.right(), target.height() / area.bottom());
+  const page::PrintedArea area = page::printedArea(page.drawing);
+  const qreal scale = std::min(target.width() / area.width, target.height() / area.height);
   painter.scale(scale, scale);
-  painter.setClipRect(QRectF(0, 0, area.right(), area.bottom()));
+  painter.setClipRect(QRectF(0, 0, area.width, area.height));
   paintDisplayList(painter, page.drawing);
   for (const ControlImage& control : page.controls) paintControl(painter, control);
   painter.restore();

@@ -19,10 +19,6 @@ namespace quill::qt {
 
 class FormView;
 
-// The page area and its margin on the far sides.
-constexpr int kPageAreaWidth = page::surfaceWidth + page::kMargin;
-constexpr int kPageAreaHeight = page::surfaceHeight + page::kMargin;
-
 struct ControlImage {
   ControlKind kind = ControlKind::Label;
   QString text;

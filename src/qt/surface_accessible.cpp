@@ -369,8 +369,7 @@ QString CellAccessible::text(QAccessible::Text t) const {
   if (!isValid()) return {};
   const SurfaceAccessible& surface = table_->surface();
   if (t == QAccessible::Name) {
-    const std::string& name = surface.surface().cellName(table_->cellOf(row_, column_));
-    return name.empty() ? QString("blank") : QString::fromStdString(name);
+    return QString::fromStdString(surface.surface().spokenName(table_->cellOf(row_, column_)));
   }
   if (t == QAccessible::Description && surface.holdsEntryBox(table_->area(), row_, column_)) return "entry box";
   return {};

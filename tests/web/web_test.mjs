@@ -1,0 +1,163 @@
+// End to end in headless Chromium: the web version's main page and its
+// captions; a default run whose print view, printed to PDF, holds the same
+// words at the same places as the batch's PDF for the same seed; a 101 by 101
+// run aborted midway; a practice puzzle solved by clicks and the next by
+// keys; and no error in the page's console all along.
+// Usage: node web_test.mjs SITE_FOLDER QUILLION_BINARY
+import { execFileSync, spawn } from "node:child_process";
+import { mkdtempSync, rmSync, writeFileSync } from "node:fs";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import puppeteer from "puppeteer-core";
+
+const [site, binary] = process.argv.slice(2);
+const work = mkdtempSync(join(tmpdir(), "quillion-web-"));
+const errors = [];
+let server, browser;
+
+function finish(failure) {
+  browser?.process()?.kill("SIGKILL");
+  server?.kill();
+  rmSync(work, { recursive: true, force: true });
+  if (failure) console.error("FAIL: " + failure);
+  process.exit(failure ? 1 : 0);
+}
+const check = (ok, what) => ok || finish(what);
+
+// The site on a port of its own, and the browser.
+server = spawn("/usr/bin/python3", [new URL("../../scripts/serve-web.py", import.meta.url).pathname, site, "0"]);
+const port = await new Promise((resolve) => server.stdout.on("data", (d) => resolve(/localhost:(\d+)/.exec(d)?.[1])));
+browser = await puppeteer.launch({ executablePath: "/usr/bin/chromium", headless: true,
+                                   args: ["--no-sandbox", "--font-render-hinting=none"] });
+const page = await browser.newPage();
+await page.setViewport({ width: 1280, height: 900 });
+page.on("console", (m) => m.type() === "error" && errors.push(m.text()));
+page.on("pageerror", (e) => errors.push(e.message));
+
+const open = (query) => page.goto(`http://localhost:${port}/?${query}`, { waitUntil: "networkidle0" });
+const waitForTitle = (test, what, timeout = 30000, arg = null) =>
+  page.waitForFunction(test, { timeout, polling: 20 }, arg).catch(async () => finish(`waited for ${what}; the title reads: ${await page.title()}`));
+const texts = (selector) => page.$$eval(selector, (els) => els.filter((e) => !e.closest("[hidden]")).map((e) => e.textContent));
+async function retype(name, text) {
+  await page.click(`[data-name=${name}]`, { clickCount: 3 });
+  await page.keyboard.type(text);
+}
+
+// The main page as the window shows it.
+await open("seed=1&noprint");
+check((await page.title()) === "Quillion", "the title is not Quillion");
+const labels = (await texts(".label")).map((t) => t.trim());
+for (const caption of ["Allow how many random starting numbers?", "Size of Square (Prime Number):", "Print how many squares?",
+  "Starting Number:", "Distance Between Numbers:", "Last number equals: 25", "Leave how many blanks?", "Magic Total = 65",
+  'How many (5 by 5) "Complete" Magic Squares are there?:']) {
+  check(labels.includes(caption), `no caption "${caption}" on the main page: ${JSON.stringify(labels)}`);
+}
+check(JSON.stringify(await texts("button.control")) === JSON.stringify(['Create "Complete" Magic Square(s)',
+  'Info on "Complete" Magic Squares', "Practice Solving Squares"]), "the main page's buttons differ");
+check(JSON.stringify(await texts(".menubar > .menu > .title")) ===
+  JSON.stringify(["Options", "Print Options", "Puzzle-mode", "Size of Square"]), "the menu bar differs");
+
+// A default run: its print view on A4 against the batch's PDF, word by word.
+await page.click("[data-name=Command1]");
+await page.waitForSelector("#printview[data-ready]", { timeout: 30000 });
+await page.pdf({ path: join(work, "web.pdf"), format: "A4", landscape: true });
+execFileSync(binary, ["--seed", "1", "--output", join(work, "batch.pdf")], { env: { ...process.env, LC_ALL: "C.UTF-8" } });
+const words = (file) => [...execFileSync("pdftotext", ["-bbox", file, "-"]).toString()
+  .matchAll(/<page |<word xMin="([\d.]+)" yMin="([\d.]+)"[^>]*>([^<]*)</g)]
+  .map((m) => (m[3] === undefined ? { page: true } : { x: +m[1], y: +m[2], text: m[3] }));
+const [web, batch] = [words(join(work, "web.pdf")), words(join(work, "batch.pdf"))];
+check(web.length === batch.length && batch.length > 600, `the print view has ${web.length} words and pages, the batch ${batch.length}`);
+// Within a point and a half: the browser rounds the paper's printable area to
+// whole pixels, which stretches the page by about a thousandth.
+batch.forEach((b, i) => {
+  const w = web[i];
+  check(b.page ? w.page : w.text === b.text && Math.abs(w.x - b.x) < 1.5 && Math.abs(w.y - b.y) < 1.5,
+        `word ${i} differs: the print view has ${JSON.stringify(w)}, the batch ${JSON.stringify(b)}`);
+});
+console.log(`default run: ${batch.filter((b) => b.page).length} pages, ${batch.length} words and pages alike`);
+await page.click("#closeprint");
+
+// A 101 by 101 run printed until stopped, stopped by Q: the page answered
+// all along, and the main page comes back with the pages printed.
+await retype("Text2", "101");
+await retype("Text1", "0");
+await page.click("[data-name=Command1]");
+await waitForTitle(() => document.title.startsWith("Creating"), "the 101 by 101 run to start");
+await page.evaluate(() => new Promise((r) => setTimeout(r, 300)));
+await page.keyboard.press("q");
+await waitForTitle(() => document.title === "Quillion", "Q to end the run");
+await page.waitForSelector("#printview[data-ready]", { timeout: 60000 });
+check(await page.$eval("[data-name=Command1]", (b) => !b.hidden && !b.disabled), "Create is not back after Q");
+const aborted = await page.$$eval("#sheets .sheet", (s) => s.length);
+check(aborted > 0, "the stopped run's pages are not in the print view");
+console.log(`101 by 101 run stopped by Q after ${aborted} pages`);
+await page.click("#closeprint");
+
+// Practice: "New Square" from the practice menu; then a puzzle solved by
+// clicks, and the next by the arrows and Enter.
+const menu = async (top, item) => {
+  await page.evaluate((t) => [...document.querySelectorAll(".menubar > .menu:not([hidden]) > .title")]
+    .find((e) => e.textContent === t).click(), top);
+  await page.evaluate((i) => [...document.querySelectorAll(".popup:not([hidden]) > .item:not([hidden])")]
+    .find((e) => e.textContent.endsWith(i)).click(), item);
+};
+await open("seed=7");
+await retype("Text3", "6");
+await page.click("[data-name=Command4]");
+const score = (n) => `Number of (5 by 5) Complete Magic Square(s) solved: ${n}`;
+async function puzzle(solved) {
+  await waitForTitle((s) => document.title.startsWith(s), "a puzzle", 30000, score(solved));
+  // The puzzle's own grid: not one marked as seen before.
+  await page.waitForFunction(() => document.querySelectorAll("#grids [role=grid]:not(.seen) [role=gridcell]").length === 25,
+                             { timeout: 10000 });
+  const names = await page.$$eval("#grids [role=grid]:not(.seen) [role=gridcell]", (cells) => cells.map((c) => c.textContent));
+  await page.$eval("#grids [role=grid]:not(.seen)", (g) => g.classList.add("seen"));
+  const known = new Map(names.flatMap((n, i) => (n === "blank" ? [] : [[i, Number(n)]])));
+  const lines = [];
+  for (let k = 0; k < 5; ++k) {
+    lines.push([0, 1, 2, 3, 4].map((c) => k * 5 + c), [0, 1, 2, 3, 4].map((r) => r * 5 + k),
+               [0, 1, 2, 3, 4].map((r) => r * 5 + ((r + k) % 5)), [0, 1, 2, 3, 4].map((r) => r * 5 + ((k - r + 5) % 5)));
+  }
+  const found = [];
+  while (known.size < 25) {
+    const line = lines.find((l) => l.filter((i) => !known.has(i)).length === 1);
+    check(line, "the puzzle cannot be worked out line by line");
+    const at = line.find((i) => !known.has(i));
+    known.set(at, 65 - line.reduce((s, i) => s + (known.get(i) ?? 0), 0));
+    found.push([at, known.get(at)]);
+  }
+  return found;
+}
+async function answer(value, solvedAfter, last) {
+  await page.waitForFunction(() => document.activeElement?.dataset.name === "Text6", { timeout: 5000 })
+    .catch(() => finish("no entry box took the keys"));
+  await page.keyboard.type(String(value));
+  await page.keyboard.press("Enter");
+  if (!last) await page.waitForFunction(() => document.activeElement?.dataset.name !== "Text6", { timeout: 5000 });
+}
+await puzzle(0);
+await menu("Options", "New Square");
+let found = await puzzle(0);
+for (const [n, [at, value]] of found.entries()) {
+  const cell = await page.$$eval("#grids [role=gridcell]", (cells, i) => {
+    const r = cells[i].getBoundingClientRect();
+    return [r.x + r.width / 2, r.y + r.height / 2];
+  }, at);
+  await page.mouse.click(cell[0], cell[1]);
+  await answer(value, 0, n === found.length - 1);
+}
+found = await puzzle(1);
+let cursor = 0;
+for (const [n, [at, value]] of found.entries()) {
+  const [r, c, cr, cc] = [Math.floor(at / 5), at % 5, Math.floor(cursor / 5), cursor % 5];
+  for (let k = 0; k < Math.abs(r - cr); ++k) await page.keyboard.press(r > cr ? "ArrowDown" : "ArrowUp");
+  for (let k = 0; k < Math.abs(c - cc); ++k) await page.keyboard.press(c > cc ? "ArrowRight" : "ArrowLeft");
+  cursor = at;
+  await page.keyboard.press("Enter");
+  await answer(value, 1, n === found.length - 1);
+}
+await waitForTitle((s) => document.title.startsWith(s), "the second puzzle to count as solved", 10000, score(2));
+console.log("practice: solved by clicks and by keys: " + (await page.title()));
+
+check(errors.length === 0, "the page's console says: " + errors.join(" | "));
+finish();
