@@ -20,6 +20,7 @@ const context = canvas.getContext("2d", { alpha: true });
 let controls = [];  // the elements of the core's controls, by index
 let menuItems = []; // { element, popup } by the core's menu item index
 let width = 0, height = 0, scale = 1;
+let title = "";
 
 // Events wait here until the core asks for them, at its next yield.
 const queue = [];
@@ -445,7 +446,7 @@ const page = {
   build(d) {
     width = d.width;
     height = d.height;
-    document.title = d.caption;
+    document.title = title = d.caption;
     windowEl.style.width = width + "px";
     client.style.width = width + "px";
     client.style.height = height + "px";
@@ -463,8 +464,10 @@ const page = {
     if (controls[index]) applyControl(controls[index], c);
   },
   menu: applyMenu,
+  // The title follows the caption once a turn: setting it costs the
+  // browser far more than a run's step.
   caption(text) {
-    document.title = text;
+    title = text;
   },
   focus(index) {
     const element = index < 0 ? canvas : controls[index]?.input ?? controls[index]?.control;
@@ -534,7 +537,7 @@ const page = {
     queue.length = 0;
     closeMenus();
     windowEl.hidden = true;
-    document.title = "Quillion";
+    document.title = title = "Quillion";
     window.close();
     page.endDocument();
     if (runPages.length > 0) page.showDocuments();
@@ -543,6 +546,7 @@ const page = {
   nextEvent: () => queue.shift(),
   sleep(waitForEvent, wake) {
     if (ended) return;
+    if (document.title !== title) document.title = title;
     if (waitForEvent && queue.length === 0) waiting = wake;
     else wakeSoon(wake);
   },

@@ -55,6 +55,7 @@ void WebPlatform::waitForEvents() {
   // document after every square).
   page_show_documents();
   bytesHeld_ = 0;
+  view_->describeGrids();
   page_sleep(1);
   lastTurn_ = page_milliseconds();
   view_->handleEvents();

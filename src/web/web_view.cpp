@@ -122,6 +122,10 @@ void WebView::paint() {
     painted_ = ops.size();
     cleared_ = false;
   }
+}
+
+void WebView::describeGrids() {
+  const Surface& surface = form_.surface();
   for (std::size_t i = 0; i < gridsToTell_.size() && i < surface.grids().size(); ++i) {
     if (!gridsToTell_[i]) continue;
     gridsToTell_[i] = false;

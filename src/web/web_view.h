@@ -20,6 +20,10 @@ class WebView : public FormObserver {
   void show();
   // Hands the page the drawing done since the last time.
   void paint();
+  // Tells the page what the cells of the grids drawn show, for assistive
+  // technology: when the program waits for the user, not at every yield of
+  // a run, which may draw thousands of grids nobody reads.
+  void describeGrids();
   // Takes the page's queued events into the form, in order; whether any came.
   bool handleEvents();
   // The page area, the drawing and every visible control, as one printed
