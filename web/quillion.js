@@ -13,6 +13,7 @@ const client = document.getElementById("client");
 const canvas = document.getElementById("surface");
 const cursorEl = document.getElementById("cursor");
 const gridsEl = document.getElementById("grids");
+const statusEl = document.getElementById("status");
 const printview = document.getElementById("printview");
 const sheets = document.getElementById("sheets");
 const context = canvas.getContext("2d", { alpha: true });
@@ -20,7 +21,8 @@ const context = canvas.getContext("2d", { alpha: true });
 let controls = [];  // the elements of the core's controls, by index
 let menuItems = []; // { element, popup } by the core's menu item index
 let width = 0, height = 0, scale = 1;
-let title = "";
+let title = "", announced = "";
+let cursorAt = null;  // the cell cursor's grid, row and column
 
 // Events wait here until the core asks for them, at its next yield.
 const queue = [];
@@ -37,13 +39,16 @@ function wakeSoon(wake) {
   wakeNext = wake;
   channel.port2.postMessage(0);
 }
+// A program waiting for the user takes the event at once, inside the
+// browser's handler of it: a phone opens its keyboard only for a box focused
+// there.
 function post(kind, values, text) {
   if (ended) return;
   queue.push({ kind, values, text });
   if (waiting) {
     const wake = waiting;
     waiting = null;
-    wakeSoon(wake);
+    wake();
   }
 }
 
@@ -90,6 +95,12 @@ function applyControl(element, c) {
       break;
   }
   if (c.accessibleName) box.setAttribute("aria-label", c.accessibleName);
+  // A phone's number keyboard for numbers, with a sign when the puzzle has
+  // negative numbers (the number keyboards have none).
+  if (c.kind === Kind.TextBox) {
+    const negative = [...gridsEl.querySelectorAll(".cell")].some((cell) => cell.textContent.startsWith("-"));
+    box.inputMode = c.name === "Text6" && !negative ? "decimal" : "text";
+  }
   // A control that goes away gives the keys to the window, not to the page.
   if ((!c.visible || !c.enabled) && box.contains(document.activeElement)) canvas.focus({ preventScroll: true });
 }
@@ -406,47 +417,53 @@ function showPrintView(print) {
   };
   fill();
 }
-const escape = (s) => s.replace(/[&<>]/g, (ch) => ({ "&": "&amp;", "<": "&lt;", ">": "&gt;" })[ch]);
-// A page as vector drawing: the boxes of one colour as one path, every text
-// its own, so that it stays text on paper.
+// A page as vector drawing, built element by element (no text of the run's
+// ever becomes markup): the boxes of one colour as one path, every text its
+// own, so that it stays text on paper.
+function svgElement(name, attributes, parent) {
+  const el = document.createElementNS(SVG, name);
+  for (const key in attributes) el.setAttribute(key, attributes[key]);
+  parent?.appendChild(el);
+  return el;
+}
 function sheet(page) {
   const div = document.createElement("div");
   div.className = "sheet";
-  const svg = document.createElementNS(SVG, "svg");
-  svg.setAttribute("viewBox", `0 0 ${page.width} ${page.height}`);
-  svg.setAttribute("preserveAspectRatio", "xMinYMin meet");
+  const svg = svgElement("svg", { viewBox: `0 0 ${page.width} ${page.height}`, preserveAspectRatio: "xMinYMin meet" }, div);
   const paths = new Map();
-  let texts = "";
+  const texts = svgElement("g", { "font-family": "Liberation Sans", "font-size": 13, fill: "#000" });
   for (const op of decode(page.numbers, page.texts.split("\x1f"))) {
     if (op.text === undefined) {
       const x = Math.min(op.x1, op.x2), y = Math.min(op.y1, op.y2);
       const w = Math.abs(op.x2 - op.x1) + 1, h = Math.abs(op.y2 - op.y1) + 1;
       paths.set(op.colour, (paths.get(op.colour) ?? "") + `M${x} ${y}h${w}v${h}h${-w}z`);
     } else {
-      texts += `<text x="${op.x1}" y="${op.y1 + ascent}">${escape(op.text)}</text>`;
+      svgElement("text", { x: op.x1, y: op.y1 + ascent }, texts).textContent = op.text;
     }
   }
-  let body = "";
-  for (const [colour, d] of paths) body += `<path fill="${colour}" d="${d}"/>`;
-  body += `<g font-family="Liberation Sans" font-size="13" fill="#000">${texts}</g>`;
-  for (const c of page.controls) body += printedControl(c);
-  svg.innerHTML = body;
-  div.appendChild(svg);
+  for (const [colour, d] of paths) svgElement("path", { fill: colour, d }, svg);
+  svg.appendChild(texts);
+  for (const c of page.controls) printedControl(c, svg);
   return div;
 }
-function printedControl(c) {
+// A control on a printed page: its caption as the window wraps it.
+function printedControl(c, svg) {
+  if (c.kind === Kind.PictureBox) return;
   const [x, y, w, h] = c.rect;
-  const colour = c.enabled ? c.foreground ?? "#000" : "#a0a0a0";
-  const text = `<foreignObject x="${x}" y="${y}" width="${w}" height="${h}"><div xmlns="http://www.w3.org/1999/xhtml" style="font:10px 'Liberation Sans';color:${colour};width:${w}px;height:${h}px;overflow:hidden;white-space:pre-wrap;${c.background ? "background:" + c.background : ""}">${escape(c.text)}</div></foreignObject>`;
-  if (c.kind === Kind.TextBox) return `<rect x="${x + 0.5}" y="${y + 0.5}" width="${w - 1}" height="${h - 1}" fill="#fff" stroke="#808080"/>` + text;
-  return c.kind === Kind.PictureBox ? "" : text;
+  if (c.kind === Kind.TextBox) svgElement("rect", { x: x + 0.5, y: y + 0.5, width: w - 1, height: h - 1, fill: "#fff", stroke: "#808080" }, svg);
+  const box = svgElement("foreignObject", { x, y, width: w, height: h }, svg);
+  const text = box.appendChild(document.createElement("div"));
+  text.className = "printed";
+  text.textContent = c.text;
+  Object.assign(text.style, { color: c.enabled ? c.foreground ?? "#000" : "#a0a0a0", width: w + "px", height: h + "px",
+                              background: c.background ?? "transparent" });
 }
 
 const page = {
   build(d) {
     width = d.width;
     height = d.height;
-    document.title = title = d.caption;
+    document.title = title = announced = d.caption;
     windowEl.style.width = width + "px";
     client.style.width = width + "px";
     client.style.height = height + "px";
@@ -496,6 +513,7 @@ const page = {
           const cell = document.createElement("div");
           cell.className = "cell";
           cell.setAttribute("role", "gridcell");
+          cell.tabIndex = -1;
           Object.assign(cell.style, { left: c * cw + "px", top: r * ch + "px", width: cw + "px", height: ch + "px" });
           row.appendChild(cell);
           fresh.cells.push(cell);
@@ -509,9 +527,12 @@ const page = {
     names.forEach((name, i) => {
       if (grid.cells[i].textContent !== name) grid.cells[i].textContent = name;
     });
+    focusCursor();
   },
-  cursor(left, top, w, h) {
-    cursorEl.hidden = w <= 0;
+  cursor(grid, row, column, left, top, w, h) {
+    cursorAt = grid < 0 ? null : { grid, row, column };
+    focusCursor();
+    cursorEl.hidden = grid < 0;
     Object.assign(cursorEl.style, { left: left - 1 + "px", top: top - 1 + "px", width: w + 3 + "px", height: h + 3 + "px" });
   },
   // Kept as they came (numbers and one string of texts), decoded only for
@@ -547,17 +568,43 @@ const page = {
   sleep(waitForEvent, wake) {
     if (ended) return;
     if (document.title !== title) document.title = title;
+    // The title is said when the program waits for the user (a score, the
+    // end of a run), not at each step of a run.
+    if (waitForEvent && title !== announced) statusEl.textContent = announced = title;
     if (waitForEvent && queue.length === 0) waiting = wake;
     else wakeSoon(wake);
   },
 };
 
-// The surface takes clicks and, when no control has the focus, the keys.
-canvas.addEventListener("mousedown", (e) => {
+// The cell under the cursor has the keys, as the desktop's focused cell
+// does, unless a control holds them.
+function focusCursor() {
+  const grid = cursorAt && gridsEl.children[cursorAt.grid];
+  const columns = grid?.firstChild?.childElementCount ?? 0;
+  const cell = grid?.cells[cursorAt.row * columns + cursorAt.column];
+  const active = document.activeElement;
+  if (cell && (active === canvas || active === document.body || active?.classList.contains("cell"))) {
+    cell.focus({ preventScroll: true });
+  }
+}
+
+// The surface takes clicks and taps (a mouse's button or a finger) and,
+// when no control has the focus, the keys.
+canvas.addEventListener("pointerdown", (e) => {
+  e.preventDefault();  // no focus moved after the program has placed it
   closeMenus();
+  canvas.focus({ preventScroll: true });
   const r = canvas.getBoundingClientRect();
   const button = e.button === 2 ? 2 : e.button === 1 ? 4 : 1;
   post(Event.MouseDown, [button, classicShift(e), (e.clientX - r.left) / scale, (e.clientY - r.top) / scale]);
+});
+// Assistive technology presses a cell: a click at its centre.
+gridsEl.addEventListener("click", (e) => {
+  const cell = e.target.closest?.(".cell");
+  if (!cell) return;
+  const grid = cell.closest(".grid");
+  post(Event.MouseDown, [1, 0, grid.offsetLeft + cell.offsetLeft + cell.offsetWidth / 2,
+                         grid.offsetTop + cell.offsetTop + cell.offsetHeight / 2]);
 });
 canvas.addEventListener("contextmenu", (e) => e.preventDefault());
 document.addEventListener("keydown", (e) => {
@@ -577,6 +624,9 @@ document.getElementById("closeprint").addEventListener("click", () => {
   if (ended) location.reload();
   else canvas.focus();
 });
+
+// Kept for use with no network once the page has been visited.
+if ("serviceWorker" in navigator) navigator.serviceWorker.register("sw.js").catch(() => {});
 
 const seed = new URLSearchParams(location.search).get("seed");
 await document.fonts.load('13px "Liberation Sans"');

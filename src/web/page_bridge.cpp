@@ -25,8 +25,8 @@ EM_JS(void, page_grid, (int index, float left, float top, float cellWidth, float
   Module.page.grid(index, left, top, cellWidth, cellHeight, columns, rows,
                    UTF8ToString(names).split(String.fromCharCode(31)));
 });
-EM_JS(void, page_cursor, (float left, float top, float width, float height), {
-  Module.page.cursor(left, top, width, height);
+EM_JS(void, page_cursor, (int grid, int row, int column, float left, float top, float width, float height), {
+  Module.page.cursor(grid, row, column, left, top, width, height);
 });
 EM_JS(void, page_print, (const float* numbers, int count, const char* texts, const char* controls, float width,
                          float height), {

@@ -33,8 +33,9 @@ void page_draw(int clear, const float* numbers, int count, const char* texts);
 // a unit separator.
 void page_grid(int index, float left, float top, float cellWidth, float cellHeight, int columns, int rows,
                const char* names);
-// The cell cursor's box; no box when the width is 0.
-void page_cursor(float left, float top, float width, float height);
+// The cell cursor: its grid, row and column, and its box; no cursor when the
+// grid is -1.
+void page_cursor(int grid, int row, int column, float left, float top, float width, float height);
 // A printed page: its drawing as above, its visible controls as JSON and
 // the width and height of the area printed.
 void page_print(const float* numbers, int count, const char* texts, const char* controls, float width,

@@ -248,15 +248,16 @@ void WebView::surfaceChanged(const SurfaceChange& change) {
       gridsToTell_.clear();
       cleared_ = true;
       painted_ = 0;
-      page_cursor(0, 0, 0, 0);
+      page_cursor(-1, 0, 0, 0, 0, 0, 0);
       break;
     case SurfaceChange::Kind::Cursor:
       if (const std::optional<GridCell> cursor = surface.cellCursor()) {
         const GridArea& g = surface.grids()[cursor->grid];
-        page_cursor(g.left + static_cast<float>(cursor->column) * g.cellWidth,
+        page_cursor(static_cast<int>(cursor->grid), cursor->row, cursor->column,
+                    g.left + static_cast<float>(cursor->column) * g.cellWidth,
                     g.top + static_cast<float>(cursor->row) * g.cellHeight, g.cellWidth, g.cellHeight);
       } else {
-        page_cursor(0, 0, 0, 0);
+        page_cursor(-1, 0, 0, 0, 0, 0, 0);
       }
       break;
     default:

@@ -1,14 +1,17 @@
 // End to end in headless Chromium: the web version's main page and its
-// captions; a default run whose print view, printed to PDF, holds the same
-// words at the same places as the batch's PDF for the same seed; a 101 by 101
-// run aborted midway; a practice puzzle solved by clicks and the next by
-// keys; and no error in the page's console all along.
+// captions under its content security policy, with no request after loading;
+// a default run whose print view, printed to PDF, holds the same words at
+// the same places as the batch's PDF for the same seed; a 101 by 101 run
+// stopped by Q; practice puzzles solved by clicks, by keys, through the
+// accessibility tree and by touch on a tablet held either way; the site
+// offline and installable; hostile input and random clicks and taps; and no
+// error in the page's console all along.
 // Usage: node web_test.mjs SITE_FOLDER QUILLION_BINARY
 import { execFileSync, spawn } from "node:child_process";
 import { mkdtempSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
-import puppeteer from "puppeteer-core";
+import puppeteer, { KnownDevices } from "puppeteer-core";
 
 const [site, binary] = process.argv.slice(2);
 const work = mkdtempSync(join(tmpdir(), "quillion-web-"));
@@ -43,8 +46,14 @@ async function retype(name, text) {
   await page.keyboard.type(text);
 }
 
-// The main page as the window shows it.
-await open("seed=1&noprint");
+// The main page as the window shows it, locked down: the content security
+// policy in the page and in the server's headers, and no request of any
+// kind once the page has loaded (counted until the end of the first run).
+const policy = (await open("seed=1&noprint")).headers()["content-security-policy"] ?? "";
+check(policy.includes("script-src 'self' 'wasm-unsafe-eval';") && policy.includes("frame-ancestors 'none'") &&
+      await page.$("meta[http-equiv=Content-Security-Policy]"), "the content security policy is missing");
+let requests = [];
+page.on("request", (r) => requests.push(r.url()));
 check((await page.title()) === "Quillion", "the title is not Quillion");
 const labels = (await texts(".label")).map((t) => t.trim());
 for (const caption of ["Allow how many random starting numbers?", "Size of Square (Prime Number):", "Print how many squares?",
@@ -60,6 +69,7 @@ check(JSON.stringify(await texts(".menubar > .menu > .title")) ===
 // A default run: its print view on A4 against the batch's PDF, word by word.
 await page.click("[data-name=Command1]");
 await page.waitForSelector("#printview[data-ready]", { timeout: 30000 });
+check(requests.length === 0, "the page asked for more after loading: " + requests.join(" "));
 await page.pdf({ path: join(work, "web.pdf"), format: "A4", landscape: true });
 execFileSync(binary, ["--seed", "1", "--output", join(work, "batch.pdf")], { env: { ...process.env, LC_ALL: "C.UTF-8" } });
 const words = (file) => [...execFileSync("pdftotext", ["-bbox", file, "-"]).toString()
@@ -105,13 +115,9 @@ await open("seed=7");
 await retype("Text3", "6");
 await page.click("[data-name=Command4]");
 const score = (n) => `Number of (5 by 5) Complete Magic Square(s) solved: ${n}`;
-async function puzzle(solved) {
-  await waitForTitle((s) => document.title.startsWith(s), "a puzzle", 30000, score(solved));
-  // The puzzle's own grid: not one marked as seen before.
-  await page.waitForFunction(() => document.querySelectorAll("#grids [role=grid]:not(.seen) [role=gridcell]").length === 25,
-                             { timeout: 10000 });
-  const names = await page.$$eval("#grids [role=grid]:not(.seen) [role=gridcell]", (cells) => cells.map((c) => c.textContent));
-  await page.$eval("#grids [role=grid]:not(.seen)", (g) => g.classList.add("seen"));
+// The blanks of a 5 by 5 puzzle, worked out line by line (rows, columns and
+// broken diagonals all sum to 65) in the order found: [cell, number].
+function solve(names) {
   const known = new Map(names.flatMap((n, i) => (n === "blank" ? [] : [[i, Number(n)]])));
   const lines = [];
   for (let k = 0; k < 5; ++k) {
@@ -128,7 +134,20 @@ async function puzzle(solved) {
   }
   return found;
 }
-async function answer(value, solvedAfter, last) {
+// The next puzzle's blanks and the centres of its cells on the screen.
+async function puzzle(solved) {
+  await waitForTitle((s) => document.title.startsWith(s), "a puzzle", 30000, score(solved));
+  // The puzzle's own grid: not one marked as seen before.
+  await page.waitForFunction(() => document.querySelectorAll("#grids [role=grid]:not(.seen) [role=gridcell]").length === 25,
+                             { timeout: 10000 });
+  const cells = await page.$$eval("#grids [role=grid]:not(.seen) [role=gridcell]", (all) => all.map((c) => {
+    const r = c.getBoundingClientRect();
+    return { name: c.textContent, x: r.x + r.width / 2, y: r.y + r.height / 2 };
+  }));
+  await page.$eval("#grids [role=grid]:not(.seen)", (g) => g.classList.add("seen"));
+  return { found: solve(cells.map((c) => c.name)), cells };
+}
+async function answer(value, last) {
   await page.waitForFunction(() => document.activeElement?.dataset.name === "Text6", { timeout: 5000 })
     .catch(() => finish("no entry box took the keys"));
   await page.keyboard.type(String(value));
@@ -137,16 +156,12 @@ async function answer(value, solvedAfter, last) {
 }
 await puzzle(0);
 await menu("Options", "New Square");
-let found = await puzzle(0);
+let { found, cells } = await puzzle(0);
 for (const [n, [at, value]] of found.entries()) {
-  const cell = await page.$$eval("#grids [role=gridcell]", (cells, i) => {
-    const r = cells[i].getBoundingClientRect();
-    return [r.x + r.width / 2, r.y + r.height / 2];
-  }, at);
-  await page.mouse.click(cell[0], cell[1]);
-  await answer(value, 0, n === found.length - 1);
+  await page.mouse.click(cells[at].x, cells[at].y);
+  await answer(value, n === found.length - 1);
 }
-found = await puzzle(1);
+({ found } = await puzzle(1));
 let cursor = 0;
 for (const [n, [at, value]] of found.entries()) {
   const [r, c, cr, cc] = [Math.floor(at / 5), at % 5, Math.floor(cursor / 5), cursor % 5];
@@ -154,10 +169,104 @@ for (const [n, [at, value]] of found.entries()) {
   for (let k = 0; k < Math.abs(c - cc); ++k) await page.keyboard.press(c > cc ? "ArrowRight" : "ArrowLeft");
   cursor = at;
   await page.keyboard.press("Enter");
-  await answer(value, 1, n === found.length - 1);
+  await answer(value, n === found.length - 1);
 }
 await waitForTitle((s) => document.title.startsWith(s), "the second puzzle to count as solved", 10000, score(2));
 console.log("practice: solved by clicks and by keys: " + (await page.title()));
+
+// A screen reader's way: the third puzzle read from the accessibility tree,
+// each blank pressed there, the number typed into the focused entry box,
+// the score heard from the live region.
+const tree = async () => page.accessibility.snapshot({ interestingOnly: false });
+const nodes = (node, role) => [...(node.role === role ? [node] : []), ...(node.children ?? []).flatMap((c) => nodes(c, role))];
+const focused = (node) => (node.focused ? node : (node.children ?? []).map(focused).find(Boolean));
+await puzzle(2);
+const grid = nodes(await tree(), "grid").at(-1);
+const axCells = nodes(grid, "gridcell");
+check(axCells.length === 25 && focused(grid)?.role === "gridcell", "the puzzle is not a grid of 25 cells with the cursor's cell focused");
+found = solve(axCells.map((c) => c.name));
+for (const [n, [at, value]] of found.entries()) {
+  await (await axCells[at].elementHandle()).evaluate((cell) => cell.click());
+  const box = focused(await tree());
+  check(box?.role === "textbox" && box.name === `row ${Math.floor(at / 5) + 1}, column ${(at % 5) + 1}`,
+        `pressing a blank focused ${JSON.stringify(box)}`);
+  await answer(value, n === found.length - 1);
+}
+await waitForTitle((s) => document.title.startsWith(s), "the third puzzle to count as solved", 10000, score(3));
+await page.waitForFunction(() => document.getElementById("status").textContent === document.title, { timeout: 5000 })
+  .catch(() => finish("the score was not announced"));
+console.log("practice: solved through the accessibility tree");
+
+// By touch on a tablet, held either way: the window fits the screen, a tap
+// on a blank opens the entry box with a number keyboard.
+for (const device of ["iPad Pro 11", "iPad Pro 11 landscape"]) {
+  await page.emulate(KnownDevices[device]);
+  await open("seed=11");
+  const fits = await page.$eval("#window", (w) => w.getBoundingClientRect().right <= innerWidth + 1 &&
+                                                 w.getBoundingClientRect().bottom <= innerHeight + 1);
+  check(fits, `the window does not fit the ${device}'s screen`);
+  await page.tap("[data-name=Command4]");
+  ({ found, cells } = await puzzle(0));
+  for (const [n, [at, value]] of found.entries()) {
+    await page.touchscreen.tap(cells[at].x, cells[at].y);
+    if (n === 0) check(await page.$eval("[data-name=Text6]", (b) => b.inputMode === "decimal"), "no number keyboard");
+    await answer(value, n === found.length - 1);
+  }
+  await waitForTitle((s) => document.title.startsWith(s), `a puzzle solved by touch on the ${device}`, 10000, score(1));
+}
+await page.emulate({ viewport: { width: 1280, height: 900 }, userAgent: await browser.userAgent() });
+console.log("touch: a puzzle solved by taps, upright and on its side");
+
+// Offline: once visited, the page loads and runs with no network at all.
+await page.evaluate(() => navigator.serviceWorker.ready);
+await page.setOfflineMode(true);
+await open("seed=1&noprint");
+await page.click("[data-name=Command1]");
+await page.waitForSelector("#printview[data-ready]", { timeout: 30000 });
+await page.setOfflineMode(false);
+const { installabilityErrors } = await (await page.createCDPSession()).send("Page.getInstallabilityErrors");
+check(installabilityErrors.length === 0, "not installable: " + JSON.stringify(installabilityErrors));
+console.log("offline: loaded and ran from the kept copy; installable as an app");
+
+// Hostile input in every box, then clicks and taps at random during runs
+// and practice: no trap, no error, and the main page as it was after each
+// abort and after practice.
+await open("seed=5&noprint");
+let draw = 5;
+const random = (n) => ((draw = (draw * 1103515245 + 12345) % 2147483648) % n);
+const mainPage = () => page.$$eval(".control", (all) => all.map((c) => `${c.dataset.name} ${c.hidden} ${c.disabled} ${c.value ?? c.textContent}`).join("\n"));
+const hostile = ["9".repeat(400), "abc", "1e308", "-1e308", "-", "+-1.5e", ".5.5", "1E+99999", "-0", "٣", "<b>x</b>&amp;"];
+for (const name of ["Text7", "Text2", "Text1", "text4", "Text5", "Text3"]) {
+  for (const text of hostile) await retype(name, text);
+  await retype(name, hostile[random(hostile.length)]);
+}
+// Then settings that make a run: printed until stopped, five blanks.
+for (const [name, text] of [["text4", "1"], ["Text5", "1"], ["Text1", "0"], ["Text3", "5"]]) await retype(name, text);
+for (const start of ["Command1", "Command4"]) {
+  await retype("Text2", start === "Command1" ? ["5", "7", "101"][random(3)] : "5");
+  // A run or practice takes the boxes' corrected values: as they are after one.
+  const stop = async () => {
+    if (start === "Command1") await page.keyboard.press("q");
+    else await menu("Options", "Quit playing");
+    await waitForTitle(() => document.title === "Quillion", "the main page after " + start);
+    if (start === "Command1") await page.waitForSelector("#printview[data-ready]", { timeout: 60000 });
+    await page.$eval("#closeprint", (b) => b.click());
+  };
+  await page.click(`[data-name=${start}]`);
+  await waitForTitle(() => document.title !== "Quillion", "a start");
+  await stop();
+  const before = await mainPage();
+  await page.click(`[data-name=${start}]`);
+  for (let k = 0; k < 40; ++k) {
+    const [x, y] = [random(760), 25 + random(540)];
+    if (k % 3 === 0) await page.touchscreen.tap(x, y); else await page.mouse.click(x, y);
+    if (k % 5 === 0) await page.keyboard.type(hostile[random(hostile.length)].slice(0, 20));
+    if (k % 7 === 0) await page.keyboard.press(["ArrowUp", "Enter", "Escape", " ", "ArrowLeft"][random(5)]);
+  }
+  await stop();
+  check((await mainPage()) === before, `the main page differs after ${start}:\n${await mainPage()}\nwas\n${before}`);
+}
+console.log("hostile input and random clicks: no error, the main page back each time");
 
 check(errors.length === 0, "the page's console says: " + errors.join(" | "));
 finish();
