@@ -349,11 +349,11 @@ function fit() {
   const ratio = (window.devicePixelRatio || 1) * scale;
   const pixels = Math.max(1, Math.round(ratio * 4) / 4);
   if (canvas.width !== Math.round(width * pixels)) {
-    const keep = painted;
+    const keep = painted.concat(unpainted.slice(next));
     canvas.width = Math.round(width * pixels);
     canvas.height = Math.round(height * pixels);
     context.setTransform(pixels, 0, 0, pixels, 0, 0);
-    painted = [];
+    clearDrawing();
     paint(keep);
   }
 }
@@ -362,10 +362,22 @@ function fit() {
 // corner at their position, in the drawing font.
 let painted = [];
 let ascent = 11.77;
+// Painted a few milliseconds a frame, so that a drawing of thousands of
+// numbers never holds up the page or the run that draws it.
+let unpainted = [], next = 0, painting = false;
 function paint(ops) {
+  for (const op of ops) unpainted.push(op);
+  if (!painting) {
+    painting = true;
+    requestAnimationFrame(paintSome);
+  }
+}
+function paintSome() {
+  const until = performance.now() + 6;
   context.font = '13px "Liberation Sans"';
   context.textBaseline = "alphabetic";
-  for (const op of ops) {
+  while (next < unpainted.length && ((next & 255) !== 0 || performance.now() < until)) {
+    const op = unpainted[next++];
     if (op.text === undefined) {
       context.fillStyle = op.colour;
       const x = Math.min(op.x1, op.x2), y = Math.min(op.y1, op.y2);
@@ -376,6 +388,15 @@ function paint(ops) {
     }
     painted.push(op);
   }
+  painting = next < unpainted.length;
+  if (painting) requestAnimationFrame(paintSome);
+  else unpainted = [], next = 0;
+}
+function clearDrawing() {
+  context.clearRect(0, 0, width, height);
+  painted = [];
+  unpainted = [];
+  next = 0;
 }
 const hex = (rgb) => "#" + (rgb | 0).toString(16).padStart(6, "0");
 function decode(numbers, texts) {
@@ -476,6 +497,7 @@ const page = {
     context.font = '13px "Liberation Sans"';
     ascent = context.measureText("0").fontBoundingBoxAscent || ascent;
     fit();
+    performance.mark("quillion-ready");  // for the speed measurements
   },
   control(index, c) {
     if (controls[index]) applyControl(controls[index], c);
@@ -492,8 +514,7 @@ const page = {
   },
   draw(clear, numbers, texts) {
     if (clear) {
-      context.clearRect(0, 0, width, height);
-      painted = [];
+      clearDrawing();
       gridsEl.replaceChildren();
     }
     paint(decode(numbers, texts));
