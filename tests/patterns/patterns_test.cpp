@@ -1,7 +1,8 @@
 // Lines, the dependency check and the puzzle maker: every line has its shape
 // from every anchor; the fast check and maker agree with the literal ones;
 // and every puzzle is solvable blank by blank, each blank through its own
-// line, with the reserved line whole and as many blanks as asked.
+// line, with the reserved line whole and as many blanks as asked, and again
+// by following hints alone.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "construction/square_builder.h"
+#include "patterns/hint.h"
 #include "patterns/line_types.h"
 #include "support/fake_platform.h"
 #include "support/literal_blanks.h"
@@ -125,6 +127,70 @@ void expectSolvable(const Square& square) {
   for (const auto& [x, y] : blanksOf(square)) ASSERT_FALSE(isBlank(puzzle[x][y])) << "unsolvable at " << x << "," << y;
 }
 
+// Solved again by hints alone: while a blank is left there is a hint; its
+// line holds no other blank and adds up, with the answer, to the total; the
+// cell asked about is the one hinted whenever it can be.
+void expectHintsSolve(const Square& square, std::uint64_t seed) {
+  Square puzzle = square;
+  double total = 0;
+  for (int x = 1; x <= square.n; ++x) total += square.squareRanks[x][1];
+  RandomSource random(seed);
+  for (std::size_t left = blanksOf(square).size(); left > 0; --left) {
+    const Position asked{1 + static_cast<int>(random.next() * square.n), 1 + static_cast<int>(random.next() * square.n)};
+    const std::optional<Hint> hint = findHint(puzzle, asked, total);
+    ASSERT_TRUE(hint) << left << " blanks left";
+    const auto [x, y] = hint->cell;
+    ASSERT_TRUE(isBlank(puzzle.squareNumbers[x][y]));
+    double known = 0;
+    for (const Position& at : hint->others) {
+      ASSERT_FALSE(isBlank(puzzle.squareNumbers[at.x][at.y])) << "another blank on the line of " << x << "," << y;
+      known += puzzle.squareNumbers[at.x][at.y];
+    }
+    ASSERT_EQ(total - known, square.squareRanks[x][y]);
+    if (isBlank(puzzle.squareNumbers[asked.x][asked.y]) && !(asked.x == x && asked.y == y)) {
+      const std::vector<Position> line = lineCells(square.n, markerType(puzzle.squareNumbers[asked.x][asked.y]), asked);
+      EXPECT_TRUE(std::any_of(line.begin(), line.end() - 1, [&](const Position& at) {
+        return isBlank(puzzle.squareNumbers[at.x][at.y]);
+      })) << "the blank asked about, at " << asked.x << "," << asked.y << ", could be worked out";
+    }
+    puzzle.squareNumbers[x][y] = square.squareRanks[x][y];
+  }
+  EXPECT_FALSE(findHint(puzzle, {1, 1}, total));
+}
+
+// What a hint says, on one 5 by 5 square: the line named, its other numbers
+// in the order it is walked from the blank, their sum and the total.
+TEST(Hint, NamesTheLineItsNumbersAndTheirSum) {
+  const int rows[5][5] = {{12, 3, 19, 6, 25}, {9, 21, 15, 2, 18}, {5, 17, 8, 24, 11}, {23, 14, 1, 20, 7}, {16, 10, 22, 13, 4}};
+  struct Blank {
+    int x, y, type;
+  };
+  const struct {
+    std::vector<Blank> blanks;
+    Position asked;
+    const char* words;
+  } cases[] = {
+      {{{3, 2, 1}}, {3, 2}, "Hint: row 2 holds 2, 18, 9 and 21, which make 50; the magic total is 65"},
+      {{{3, 2, 2}}, {1, 1}, "Hint: column 3 holds 8, 1, 22 and 19, which make 50; the magic total is 65"},
+      {{{3, 2, 3}}, {3, 2}, "Hint: the diagonal up to the right holds 6, 4, 23 and 17, which make 50; the magic total is 65"},
+      {{{3, 3, 15}}, {3, 3}, "Hint: the cross-line holds 17, 15, 24 and 1, which make 57; the magic total is 65"},
+      // The cell asked about first, when it can be worked out; else the first that can.
+      {{{3, 2, 1}, {1, 1, 2}}, {5, 5}, "Hint: column 1 holds 9, 5, 23 and 16, which make 53; the magic total is 65"},
+      {{{3, 2, 1}, {5, 2, 2}}, {3, 2}, "Hint: column 5 holds 11, 7, 4 and 25, which make 47; the magic total is 65"},
+  };
+  for (const auto& c : cases) {
+    Square square;
+    square.n = 5;
+    for (int y = 1; y <= 5; ++y) {
+      for (int x = 1; x <= 5; ++x) square.squareNumbers[x][y] = rows[y - 1][x - 1];
+    }
+    for (const Blank& b : c.blanks) square.squareNumbers[b.x][b.y] = kLineMarker[b.type];
+    const std::optional<Hint> hint = findHint(square, c.asked, 65);
+    ASSERT_TRUE(hint);
+    EXPECT_EQ(hint->words, c.words);
+  }
+}
+
 // Random blanks of random types, a random cell and line: the fast check
 // reading the grid, the index the maker keeps up to date, and both literal
 // forms give the same answer; what the index knows of a straight line is
@@ -203,6 +269,7 @@ TEST(PuzzleMaker, EveryPuzzleIsSolvableAndTheLiteralMakersToo) {
       EXPECT_TRUE(settings.blankTarget != std::floor(settings.blankTarget) || blanks.size() <= asked);
       EXPECT_TRUE(seed % 3 != 0 || blanks.size() == asked) << blanks.size();  // few blanks always fit
       expectSolvable(s->square());
+      expectHintsSolve(s->square(), seed);
       for (const auto& [x, y] : blanks) {
         const int type = markerType(s->numbers()[x][y]);
         if (!isPattern(type)) continue;
