@@ -95,6 +95,8 @@ function applyControl(element, c) {
       break;
   }
   if (c.accessibleName) box.setAttribute("aria-label", c.accessibleName);
+  if (c.accessibleDescription) box.setAttribute("aria-description", c.accessibleDescription);
+  else box.removeAttribute("aria-description");
   // A phone's number keyboard for numbers, with a sign when the puzzle has
   // negative numbers (the number keyboards have none).
   if (c.kind === Kind.TextBox) {
@@ -508,14 +510,17 @@ const page = {
   caption(text) {
     title = text;
   },
+  // The surface's keys go to the cursor's cell when there is one.
   focus(index) {
     const element = index < 0 ? canvas : controls[index]?.input ?? controls[index]?.control;
     element?.focus({ preventScroll: true });
+    if (index < 0) focusCursor();
   },
   draw(clear, numbers, texts) {
     if (clear) {
       clearDrawing();
       gridsEl.replaceChildren();
+      document.getElementById("marks").replaceChildren();
     }
     paint(decode(numbers, texts));
   },
@@ -549,6 +554,22 @@ const page = {
       if (grid.cells[i].textContent !== name) grid.cells[i].textContent = name;
     });
     focusCursor();
+  },
+  // A hint's line marked over the drawing (never on paper), and its words
+  // on the hinted cell for assistive technology.
+  hint(boxes, grid, row, column, words) {
+    const marks = document.getElementById("marks");
+    marks.replaceChildren();
+    for (let i = 0; i < boxes.length; i += 4) {
+      const mark = marks.appendChild(document.createElement("div"));
+      mark.className = "mark";
+      Object.assign(mark.style, { left: boxes[i] + "px", top: boxes[i + 1] + "px", width: boxes[i + 2] + 1 + "px",
+                                  height: boxes[i + 3] + 1 + "px" });
+    }
+    const columns = gridsEl.children[grid]?.firstChild?.childElementCount ?? 0;
+    const cell = gridsEl.children[grid]?.cells[row * columns + column];
+    if (cell && words) cell.setAttribute("aria-description", words);
+    else cell?.removeAttribute("aria-description");
   },
   cursor(grid, row, column, left, top, w, h) {
     cursorAt = grid < 0 ? null : { grid, row, column };
@@ -632,7 +653,9 @@ document.addEventListener("keydown", (e) => {
   if (!printview.hidden) return;
   if (e.key === "F10") return openMenuBar(e);
   if (e.ctrlKey || e.metaKey) return;  // the browser's own shortcuts
-  if (e.key.startsWith("Arrow") || e.key === " ") e.preventDefault();
+  // The window's keys are the program's: a letter that opens the entry box
+  // (H) is not typed into it, and the arrows and Space do not scroll.
+  if (e.key.length === 1 || e.key.startsWith("Arrow") || e.key === "Enter") e.preventDefault();
   post(Event.KeyDown, [-1, classicKey(e), classicShift(e)]);
 });
 document.addEventListener("mousedown", (e) => {

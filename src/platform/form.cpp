@@ -85,6 +85,12 @@ void Control::setAccessibleName(const std::string& name) {
   changed();
 }
 
+void Control::setAccessibleDescription(const std::string& description) {
+  if (description == accessibleDescription_) return;
+  accessibleDescription_ = description;
+  changed();
+}
+
 void Control::setFocus() {
   if (form_.observer_ != nullptr) form_.observer_->focusRequested(*this);
 }

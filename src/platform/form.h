@@ -57,6 +57,7 @@ constexpr int left = 37;
 constexpr int up = 38;
 constexpr int right = 39;
 constexpr int down = 40;
+constexpr int letterH = 72;
 constexpr int letterQ = 81;
 }  // namespace keys
 
@@ -133,6 +134,9 @@ class Control {
 
   const std::string& accessibleName() const { return accessibleName_; }
   void setAccessibleName(const std::string& name);
+  // What assistive technology says of the control besides its name.
+  const std::string& accessibleDescription() const { return accessibleDescription_; }
+  void setAccessibleDescription(const std::string& description);
 
   void setFocus();
 
@@ -166,6 +170,7 @@ class Control {
   TwipRect rect_;
   int maxLength_;
   std::string accessibleName_;
+  std::string accessibleDescription_;
 };
 
 class MenuItem {

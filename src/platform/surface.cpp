@@ -39,6 +39,9 @@ void Surface::clear() {
   grids_.clear();
   cellNames_.clear();
   cellCursor_.reset();
+  hintMarks_.clear();
+  hinted_.reset();
+  hintWords_.clear();
   ++clearCount_;
   currentX_ = 0;
   currentY_ = 0;
@@ -94,6 +97,24 @@ void Surface::hideCellCursor() {
   cellCursor_.reset();
   changed(SurfaceChange::Kind::Cursor);
 }
+
+void Surface::showHint(std::vector<GridCell> marked, const GridCell& hinted, const std::string& words) {
+  hintMarks_ = std::move(marked);
+  hinted_ = hinted;
+  hintWords_ = words;
+  changed(SurfaceChange::Kind::Hint, hinted);
+}
+
+void Surface::hideHint() {
+  if (!hinted_) return;
+  const GridCell was = *hinted_;
+  hintMarks_.clear();
+  hinted_.reset();
+  hintWords_.clear();
+  changed(SurfaceChange::Kind::Hint, was);
+}
+
+std::string Surface::cellDescription(const GridCell& cell) const { return hinted_ == cell ? hintWords_ : ""; }
 
 void Surface::changed(SurfaceChange::Kind kind, const GridCell& cell) {
   if (listener_ != nullptr) listener_->surfaceChanged(SurfaceChange{kind, cell});

@@ -56,6 +56,7 @@ struct SurfaceChange {
     Cleared,    // everything, grids and cursor with it
     CellNamed,  // what `cell` shows changed
     Cursor,     // the cell cursor moved, came or went
+    Hint,       // a hint's marks came or went
   };
   Kind kind = Kind::Drawn;
   GridCell cell;
@@ -95,6 +96,14 @@ class Surface {
   void hideCellCursor();
   const std::optional<GridCell>& cellCursor() const { return cellCursor_; }
 
+  // A hint: the cells of a line marked on screen (like the cursor, never on
+  // paper) and the hinted cell described in words; gone with the grids.
+  void showHint(std::vector<GridCell> marked, const GridCell& hinted, const std::string& words);
+  void hideHint();
+  const std::vector<GridCell>& hintMarks() const { return hintMarks_; }
+  // What a reader is told of a cell besides its name: a hint's words.
+  std::string cellDescription(const GridCell& cell) const;
+
   const std::vector<DrawOp>& ops() const { return ops_; }
   const std::vector<GridArea>& grids() const { return grids_; }
   // Counts the clears: grids of the same count are the same grids.
@@ -109,6 +118,9 @@ class Surface {
   std::vector<GridArea> grids_;
   std::vector<std::vector<std::string>> cellNames_;  // per grid, row by row
   std::optional<GridCell> cellCursor_;
+  std::vector<GridCell> hintMarks_;
+  std::optional<GridCell> hinted_;
+  std::string hintWords_;
   unsigned clearCount_ = 0;
   float currentX_ = 0;
   float currentY_ = 0;

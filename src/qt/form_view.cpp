@@ -187,6 +187,7 @@ void FormView::applyControl(const Control& control, QWidget* widget) {
     button->setText(text);
   }
   if (!control.accessibleName().empty()) widget->setAccessibleName(toQString(control.accessibleName()));
+  widget->setAccessibleDescription(toQString(control.accessibleDescription()));
   widget->setGeometry(pixelRect(control.rect()));
   widget->setEnabled(control.enabled());
   widget->setVisible(control.visible());

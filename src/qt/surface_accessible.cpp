@@ -272,6 +272,11 @@ class SurfaceAccessible : public QAccessibleWidget {
       QAccessible::updateAccessibility(&model);
     } else if (change.kind == SurfaceChange::Kind::Cursor) {
       focusCursorCell();
+    } else if (change.kind == SurfaceChange::Kind::Hint && change.cell.grid < tables_.size()) {
+      if (QAccessibleInterface* cell = tables_[change.cell.grid].second->existingCell(change.cell.row, change.cell.column)) {
+        QAccessibleEvent described(cell, QAccessible::DescriptionChanged);
+        QAccessible::updateAccessibility(&described);
+      }
     }
   }
   void focusCursorCell() const {
@@ -371,7 +376,11 @@ QString CellAccessible::text(QAccessible::Text t) const {
   if (t == QAccessible::Name) {
     return QString::fromStdString(surface.surface().spokenName(table_->cellOf(row_, column_)));
   }
-  if (t == QAccessible::Description && surface.holdsEntryBox(table_->area(), row_, column_)) return "entry box";
+  if (t == QAccessible::Description) {
+    const std::string hint = surface.surface().cellDescription(table_->cellOf(row_, column_));
+    if (!hint.empty()) return QString::fromStdString(hint);
+    if (surface.holdsEntryBox(table_->area(), row_, column_)) return "entry box";
+  }
   return {};
 }
 QRect CellAccessible::rect() const {

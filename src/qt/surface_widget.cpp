@@ -23,6 +23,17 @@ void SurfaceWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const Surface& surface = form_.surface();
   paintDisplayList(painter, surface.ops());
+  // A hint's line: its other cells tinted and framed in orange, which both
+  // white and grey cells and the black numbers show through.
+  for (const GridCell& marked : surface.hintMarks()) {
+    const GridArea& g = surface.grids()[marked.grid];
+    const QRectF cell(g.left + static_cast<float>(marked.column) * g.cellWidth,
+                      g.top + static_cast<float>(marked.row) * g.cellHeight, g.cellWidth, g.cellHeight);
+    painter.fillRect(cell, QColor(255, 150, 0, 70));
+    painter.setPen(QPen(QColor(230, 110, 0), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(cell.adjusted(1.5, 1.5, -0.5, -0.5));
+  }
   if (const std::optional<GridCell> cursor = surface.cellCursor()) {
     // The cell's grid lines drawn over in blue, three pixels wide: plain on
     // white and grey cells alike, and clear of the number, which starts two

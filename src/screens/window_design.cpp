@@ -109,6 +109,7 @@ MainForm::MainForm()
       aprinting(*this, "aprinting", "Abort printing", &options1),
       newsquare(*this, "newsquare", "New Square", &options1),
       startover(*this, "startover", "Start Over", &options1),
+      hint(*this, "hint", "Hint", &options1),
       qplaying(*this, "qplaying", "Quit playing", &options1),
       printoptions(*this, "printoptions", "Print Options", nullptr),
       panswers(*this, "panswers", "Print only completed Squares", &printoptions),
@@ -342,6 +343,7 @@ constexpr MenuPlace kMenuPlaces[] = {
     {&MainForm::aprinting, false, {K, K, K, Y, N}},
     {&MainForm::newsquare, false, {K, K, K, N, Y}},
     {&MainForm::startover, false, {K, K, K, N, Y}},
+    {&MainForm::hint, false, {K, K, K, N, Y}},
     {&MainForm::qplaying, false, {K, K, K, N, Y}},
 };
 

@@ -26,7 +26,7 @@ struct MainForm : Form {
 
   // The menu bar, in design order.
   MenuItem options2, quit;
-  MenuItem options1, aprinting, newsquare, startover, qplaying;
+  MenuItem options1, aprinting, newsquare, startover, hint, qplaying;
   MenuItem printoptions, panswers, ppuzzles, pboth, printer, answers, highlighted, nhighlighted;
   MenuItem puzzlemode, difficulty, easy, challenging, chooseproperties;
   MenuItem size, sqr5, sqr7, sqr11, sqr13, sqr17, sqr19, sqr23, sqr29, larger;

@@ -25,6 +25,9 @@ EM_JS(void, page_grid, (int index, float left, float top, float cellWidth, float
   Module.page.grid(index, left, top, cellWidth, cellHeight, columns, rows,
                    UTF8ToString(names).split(String.fromCharCode(31)));
 });
+EM_JS(void, page_hint, (const float* boxes, int count, int grid, int row, int column, const char* words), {
+  Module.page.hint(HEAPF32.slice(boxes >> 2, (boxes >> 2) + count * 4), grid, row, column, UTF8ToString(words));
+});
 EM_JS(void, page_cursor, (int grid, int row, int column, float left, float top, float width, float height), {
   Module.page.cursor(grid, row, column, left, top, width, height);
 });

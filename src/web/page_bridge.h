@@ -33,6 +33,9 @@ void page_draw(int clear, const float* numbers, int count, const char* texts);
 // a unit separator.
 void page_grid(int index, float left, float top, float cellWidth, float cellHeight, int columns, int rows,
                const char* names);
+// A hint's marks: the boxes of the marked cells (four numbers each, none when
+// the hint is gone), and the hinted cell (grid, row, column) with its words.
+void page_hint(const float* boxes, int count, int grid, int row, int column, const char* words);
 // The cell cursor: its grid, row and column, and its box; no cursor when the
 // grid is -1.
 void page_cursor(int grid, int row, int column, float left, float top, float width, float height);

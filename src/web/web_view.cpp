@@ -62,6 +62,7 @@ std::string controlJson(const Control& c) {
          colour(c.background()) + ",\"foreground\":" + colour(c.foreground()) + ",\"visible\":" + flag(c.visible()) +
          ",\"enabled\":" + flag(c.enabled()) + ",\"value\":" + std::to_string(c.value()) +
          ",\"maxLength\":" + std::to_string(c.maxLength()) + ",\"accessibleName\":" + quoted(c.accessibleName()) +
+         ",\"accessibleDescription\":" + quoted(c.accessibleDescription()) +
          ",\"illustration\":" + illustrationJson(c.illustration()) + "}";
 }
 
@@ -250,6 +251,17 @@ void WebView::surfaceChanged(const SurfaceChange& change) {
       painted_ = 0;
       page_cursor(-1, 0, 0, 0, 0, 0, 0);
       break;
+    case SurfaceChange::Kind::Hint: {
+      std::vector<float> boxes;
+      for (const GridCell& marked : surface.hintMarks()) {
+        const GridArea& g = surface.grids()[marked.grid];
+        boxes.insert(boxes.end(), {g.left + static_cast<float>(marked.column) * g.cellWidth,
+                                   g.top + static_cast<float>(marked.row) * g.cellHeight, g.cellWidth, g.cellHeight});
+      }
+      page_hint(boxes.data(), static_cast<int>(boxes.size() / 4), static_cast<int>(change.cell.grid), change.cell.row,
+                change.cell.column, surface.cellDescription(change.cell).c_str());
+      break;
+    }
     case SurfaceChange::Kind::Cursor:
       if (const std::optional<GridCell> cursor = surface.cellCursor()) {
         const GridArea& g = surface.grids()[cursor->grid];

@@ -37,7 +37,10 @@ void MainWindow::Command1_KeyDown(int keyCode, int /*shift*/) {
 void MainWindow::Form_KeyDown(int keyCode, int /*shift*/) {
   if (keyCode == keys::letterQ) {
     run_.setRunState(RunState::Abort);
+  } else if (keyCode == keys::letterH) {
+    hint_Click();
   } else {
+    hideHint();
     playByKeyboard(keyCode);
   }
 }

@@ -27,6 +27,7 @@ void MainWindow::wireEvents() {
   challenging.onClick = [this] { challenging_Click(); };
   newsquare.onClick = [this] { newsquare_Click(); };
   startover.onClick = [this] { startover_Click(); };
+  hint.onClick = [this] { hint_Click(); };
   qplaying.onClick = [this] { qplaying_Click(); };
   quit.onClick = [this] { quit_Click(); };
   chooseproperties.onClick = [this] { chooseproperties_Click(); };

@@ -20,6 +20,7 @@
 #include "construction/square_builder.h"
 #include "window/run_session.h"
 #include "window/window_state.h"
+#include "display/cell_entry.h"
 #include "display/square_display.h"
 #include "platform/platform.h"
 #include "screens/window_design.h"
@@ -96,6 +97,7 @@ class MainWindow : public MainForm, private WindowState {
   void challenging_Click();
   void newsquare_Click();
   void startover_Click();
+  void hint_Click();
   void qplaying_Click();
 
   // The window's own variables, to read.
@@ -163,6 +165,9 @@ class MainWindow : public MainForm, private WindowState {
   bool puzzleInPlay() const;
   std::pair<float, float> cellCentre(int originX, int originY) const;
   void moveCellCursor(int originX, int originY);
+  // Takes a hint's marks and words away.
+  void hideHint();
+  void openEntryBox(const CellHit& hit);
   void playByKeyboard(int keyCode);
   std::string scoreCaption() const;
   void showScore();

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "display/cell_entry.h"
+#include "patterns/hint.h"
 #include "platform/number_text.h"
 #include "screens/settings_texts.h"
 #include "window/main_window.h"
@@ -137,25 +138,69 @@ void MainWindow::playByKeyboard(int keyCode) {
   moveCellCursor(originX, originY);
 }
 
+// A hint, by the menu or H, while a puzzle is in play: the cell cursor goes
+// to a blank that can be worked out now and its entry box opens, as a click
+// there does; the other cells of its line are marked and the reasoning is
+// told to assistive technology, until the next entry, click, key or hint.
+// It counts nothing.
+void MainWindow::hint_Click() {
+  if (!puzzleInPlay()) return;
+  const std::optional<GridCell> at = surface().cellCursor();
+  double total = 0;  // what every line adds up to
+  for (int x = 1; x <= squareSize; ++x) total += square().squareRanks[x][1];
+  const std::optional<Hint> found =
+      findHint(square(), at ? Position{at->column + 1, at->row + 1} : Position{0, 0}, total);
+  if (!found) return;
+  const auto [x, y] = cellCentre(found->cell.x, found->cell.y);
+  hideHint();
+  moveCellCursor(found->cell.x, found->cell.y);
+  // As a click there opens it; also when the maker's last check left the
+  // cell selected, which a click would ignore.
+  const std::optional<CellHit> hit = cellUnder(x, y, kPracticeCorner, squareSize, cellWidth());
+  if (!hit) return;
+  const Selection& selection = run_.selection;
+  if (!Text6.visible() || hit->originX != selection.originX || hit->originY != selection.originY) openEntryBox(*hit);
+  std::vector<GridCell> marked;
+  for (const Position& other : found->others) {
+    const auto [cx, cy] = cellCentre(other.x, other.y);
+    if (const std::optional<GridCell> cell = surface().cellAt(cx, cy)) marked.push_back(*cell);
+  }
+  if (const std::optional<GridCell> hinted = surface().cellAt(x, y)) surface().showHint(marked, *hinted, found->words);
+  Text6.setAccessibleDescription(found->words);
+}
+
+void MainWindow::hideHint() {
+  surface().hideHint();
+  Text6.setAccessibleDescription("");
+}
+
 void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y) {
   if (practiceActive != 1) return;
+  hideHint();
   const std::optional<CellHit> hit = cellUnder(x, y, kPracticeCorner, squareSize, cellWidth());
   if (!hit) return;
   if (puzzleInPlay()) moveCellCursor(hit->originX, hit->originY);
-  cursorX = hit->cursorX;
-  cursorY = hit->cursorY;
   // The same cell again does nothing, whichever selected it before.
-  Selection& selection = run_.selection;
-  if (hit->originX == selection.originX && hit->originY == selection.originY) return;
-  selection = {hit->originX, hit->originY};
+  const Selection& selection = run_.selection;
+  if (hit->originX == selection.originX && hit->originY == selection.originY) {
+    cursorX = hit->cursorX;
+    cursorY = hit->cursorY;
+    return;
+  }
+  openEntryBox(*hit);
+}
 
-  // The hit cell is selected; only a blank of a puzzle in play takes entry.
+// Selects the hit cell; only a blank of a puzzle in play takes entry.
+void MainWindow::openEntryBox(const CellHit& hit) {
+  cursorX = hit.cursorX;
+  cursorY = hit.cursorY;
+  run_.selection = {hit.originX, hit.originY};
   const bool beingBuilt = caption() == practiceCreationCaption();
-  if (beingBuilt || run_.runState() != RunState::Puzzle || !isBlank(square().squareNumbers[hit->originX][hit->originY])) {
+  if (beingBuilt || run_.runState() != RunState::Puzzle || !isBlank(square().squareNumbers[hit.originX][hit.originY])) {
     return;
   }
   Text6.setText("");
-  Text6.setAccessibleName("row " + numberText(hit->originY) + ", column " + numberText(hit->originX));
+  Text6.setAccessibleName("row " + numberText(hit.originY) + ", column " + numberText(hit.originX));
   Text6.setPixelPosition(cursorX, cursorY);
   Text6.setVisible(true);
   Text6.setEnabled(true);
@@ -163,6 +208,7 @@ void MainWindow::Form_MouseDown(int /*button*/, int /*shift*/, float x, float y)
 }
 
 void MainWindow::Text6_KeyDown(int keyCode, int /*shift*/) {
+  if (keyCode == keys::escape || keyCode == keys::enter) hideHint();
   if (keyCode == keys::escape) {
     // The box closes with nothing counted; its cell can be chosen again.
     Text6.setAvailable(false);

@@ -108,8 +108,8 @@ class Reader:
             raise
         return result.unpack() if result is not None else None
 
-    def name(self, ref):
-        return self.call(ref, "org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (ACCESSIBLE, "Name")),
+    def name(self, ref, what="Name"):
+        return self.call(ref, "org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (ACCESSIBLE, what)),
                          "(v)")[0]
 
     def role(self, ref):

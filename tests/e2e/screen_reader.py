@@ -6,7 +6,8 @@
 # "Start Over", and a change of pages: the program stays alive and every walk
 # ends. Then a practice puzzle is solved through AT-SPI alone (read from the
 # table, blanks pressed, numbers typed into the entry box found by its name,
-# the score read from the title). Also: the
+# the score read from the title), and a hint asked for with H is read from
+# the entry box and seen on the screen. Also: the
 # main page in its colours, practice asleep while it waits, a wrong number
 # counted, and Quit's exit status 0.
 # Usage: screen_reader.py QUILLION_BINARY [--switch]
@@ -201,23 +202,40 @@ def solve_through_atspi():
     wait_for(lambda: title().startswith(SCORE % 1), "the puzzle to count as solved")
 
 
+def hint():
+    """H in the next puzzle: the entry box opens with the hint's words as its
+    description, and the other cells of the line are marked on screen."""
+    table, found = puzzle()
+    xdotool("key", "h")
+    wait_for(lambda: reader.find(lambda ref: reader.role(ref) == "text" and reader.state(ref, atspi.FOCUSED)),
+             "the hint's entry box")
+    box = reader.find(lambda ref: reader.role(ref) == "text" and reader.state(ref, atspi.FOCUSED))
+    words = reader.name(box, "Description")
+    if not words.startswith("Hint: ") or "; the magic total is 65" not in words:
+        finish("the hint's entry box describes itself as %r" % words)
+    if coloured_pixels("#E66E00") < 200:
+        finish("no hint marks on the screen")
+    xdotool("key", "Escape")
+    print(words)
+
+
 def cpu_ticks():
     with open("/proc/%d/stat" % program.pid) as stat:
         fields = stat.read().rsplit(")", 1)[1].split()
     return int(fields[11]) + int(fields[12])
 
 
-def orange_pixels():
+def coloured_pixels(colour):
     shot = os.path.join(buses.folder, "shot.png")
     subprocess.run(["import", "-display", display, "-window", "root", shot])
-    return int(subprocess.run(["convert", shot, "-fill", "black", "+opaque", "#FF8000", "-fill", "white", "-opaque",
-                               "#FF8000", "-colorspace", "gray", "-format", "%[fx:round(mean*w*h)]", "info:"],
+    return int(subprocess.run(["convert", shot, "-fill", "black", "+opaque", colour, "-fill", "white", "-opaque",
+                               colour, "-colorspace", "gray", "-format", "%[fx:round(mean*w*h)]", "info:"],
                               capture_output=True, text=True).stdout.strip() or 0)
 
 
 def scenario():
     # The main page in its colours: the orange labels cover thousands of pixels.
-    wait_for(lambda: orange_pixels() > 3000, "the main page in its colours", 10)
+    wait_for(lambda: coloured_pixels("#FF8000") > 3000, "the main page in its colours", 10)
     walking("a run printed until Q", run_until_q)
     walking("a 101 by 101 run with puzzles and answers", run_101)
     walking("practice with New Square and Start Over", practise)
@@ -227,7 +245,8 @@ def scenario():
         finish("waiting for the player took %d ticks of CPU in one second" % (cpu_ticks() - ticks))
     solve_through_atspi()
     print("solved through AT-SPI: " + title())
-    menu("Down", "Down", "Down", "Return")  # Quit playing
+    hint()
+    menu("Down", "Down", "Down", "Down", "Return")  # Quit playing, after Hint
     wait_for(lambda: title() == "Quillion", "Quit playing")
     walking("a change of pages", switch_pages)
     menu("Down", "Return")  # Options > Quit

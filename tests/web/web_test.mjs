@@ -3,7 +3,7 @@
 // a default run whose print view, printed to PDF, holds the same words at
 // the same places as the batch's PDF for the same seed; a 101 by 101 run
 // stopped by Q; practice puzzles solved by clicks, by keys, through the
-// accessibility tree and by touch on a tablet held either way; the site
+// accessibility tree (after a hint read there) and by touch on a tablet held either way; the site
 // offline and installable; hostile input and random clicks and taps; and no
 // error in the page's console all along.
 // Usage: node web_test.mjs SITE_FOLDER QUILLION_BINARY
@@ -183,6 +183,13 @@ const tree = async () => page.accessibility.snapshot({ interestingOnly: false })
 const nodes = (node, role) => [...(node.role === role ? [node] : []), ...(node.children ?? []).flatMap((c) => nodes(c, role))];
 const focused = (node) => (node.focused ? node : (node.children ?? []).map(focused).find(Boolean));
 await puzzle(2);
+// A hint first (H): the entry box opens, says the hint's words, and the line is marked; Escape closes it.
+await page.keyboard.press("h");
+const hinted = focused(await tree());
+check(hinted?.role === "textbox" && /^Hint: .*; the magic total is 65$/.test(hinted.description ?? ""),
+      `the hint's entry box reads ${JSON.stringify(hinted)}`);
+check((await page.$$("#marks .mark")).length >= 4, "no hint marks on the screen");
+await page.keyboard.press("Escape");
 const whole = await tree();
 check(nodes(whole, "textbox").every((box) => box.name), "a box without a name");
 const grid = nodes(whole, "grid").at(-1);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -191,4 +192,67 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
 }
 
 }  // namespace
+// Practice played by hints alone, by the menu and by H in turn, on sizes 5
+// to 13, Easy and Challenging, with and without the pattern families: each
+// hint opens the entry box on a blank whose line's other cells, the ones
+// marked and described, are all known; asking counts nothing; the hinted
+// cell's answer is taken; the next entry takes the marks away; during the
+// making of a puzzle, H and the item do nothing.
+TEST(HintPractice, HintsAloneSolvePuzzles) {
+  for (std::uint64_t seed = 1; seed <= 16; ++seed) {
+    FakePlatform platform(seed);
+    auto window = std::make_unique<MainWindow>(platform);
+    MainWindow& w = *window;
+    platform.attach(&w);
+    w.userActivate();
+    MenuItem* const sizes[] = {&w.sqr5, &w.sqr7, &w.sqr11, &w.sqr13};
+    sizes[seed % 4]->userClick();
+    if (seed % 2 == 0) w.easy.userClick();
+    if (seed % 4 == 0) {
+      w.chooseproperties.userClick();
+      w.Check5.userClick();
+      w.Check7.userClick();
+      w.Command6.userClick();
+    }
+    retype(w.Text3, seed % 3 == 0 ? "100" : "12");
+    int hints = 0;
+    std::string score;
+    platform.onYield = [&](int) {
+      if (playing(w)) score = w.caption();
+      if (!playing(w)) {
+        const std::string caption = w.caption();
+        w.userKeyDown(keys::letterH);
+        w.hint.userClick();
+        EXPECT_EQ(w.caption(), caption);
+        EXPECT_TRUE(w.surface().hintMarks().empty());
+        return;
+      }
+      if (w.state().runDone >= 2 || hints > 400) return w.qplaying.userClick();
+      const std::string caption = w.caption();
+      if (++hints % 2) w.hint.userClick(); else w.userKeyDown(keys::letterH);
+      ASSERT_EQ(w.caption(), caption) << "seed " << seed;
+      ASSERT_TRUE(w.Text6.visible());
+      const std::optional<GridCell> at = w.surface().cellCursor();
+      ASSERT_TRUE(at);
+      const int x = at->column + 1, y = at->row + 1;
+      ASSERT_TRUE(isBlank(w.square().squareNumbers[x][y]));
+      EXPECT_EQ(w.Text6.accessibleDescription(), w.surface().cellDescription(*at));
+      EXPECT_EQ(w.Text6.accessibleDescription().rfind("Hint: ", 0), 0u);
+      for (const GridCell& marked : w.surface().hintMarks()) {
+        EXPECT_NE(w.surface().cellName(marked), "") << "a marked cell is blank, seed " << seed;
+      }
+      EXPECT_GE(w.surface().hintMarks().size(), 4u);
+      char answer[32];
+      std::snprintf(answer, sizeof answer, "%.17g", w.square().squareRanks[x][y]);
+      w.Text6.userEdit(answer);
+      w.Text6.userKeyDown(keys::enter);
+      EXPECT_TRUE(w.surface().hintMarks().empty());
+      EXPECT_EQ(w.Text6.accessibleDescription(), "");
+    };
+    w.Command4.userClick();
+    EXPECT_GE(w.state().runDone, 2) << "seed " << seed;
+    EXPECT_NE(score.find("Numbers incorrect: 0"), std::string::npos) << score;
+  }
+}
+
 }  // namespace quill::testing
