@@ -601,7 +601,7 @@ const page = {
     closeMenus();
     windowEl.hidden = true;
     document.title = title = "Quillion";
-    window.close();
+    if (matchMedia("(display-mode: standalone)").matches) window.close();
     page.endDocument();
     if (runPages.length > 0) page.showDocuments();
     else if (printview.hidden) location.reload();
