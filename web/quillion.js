@@ -497,7 +497,6 @@ const page = {
     controls = d.controls.map(createControl);
     windowEl.hidden = false;
     context.font = '13px "Liberation Sans"';
-    ascent = context.measureText("0").fontBoundingBoxAscent || ascent;
     fit();
     performance.mark("quillion-ready");  // for the speed measurements
   },
@@ -673,5 +672,10 @@ document.getElementById("closeprint").addEventListener("click", () => {
 if ("serviceWorker" in navigator) navigator.serviceWorker.register("sw.js").catch(() => {});
 
 const seed = new URLSearchParams(location.search).get("seed");
-await document.fonts.load('13px "Liberation Sans"');
+// The program starts while the drawing's font still loads: nothing is drawn
+// before the user asks for it, and its ascent places every number.
+document.fonts.load('13px "Liberation Sans"').then(() => {
+  context.font = '13px "Liberation Sans"';
+  ascent = context.measureText("0").fontBoundingBoxAscent || ascent;
+});
 createQuillion({ page, arguments: seed === null ? [] : ["--seed", seed] });
