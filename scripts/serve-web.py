@@ -5,12 +5,15 @@
 # Usage: serve-web.py FOLDER PORT
 import functools
 import http.server
+import os
+import re
 import sys
 
 folder, port = sys.argv[1], int(sys.argv[2])
-POLICY = ("default-src 'self'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; img-src 'self'; "
-          "font-src 'self'; connect-src 'self'; manifest-src 'self'; worker-src 'self'; object-src 'none'; "
-          "base-uri 'none'; form-action 'none'; frame-ancestors 'none'")
+# The page's own policy, with what only a header can say.
+with open(os.path.join(folder, "index.html")) as page:
+    POLICY = re.search(r'http-equiv="Content-Security-Policy" content="([^"]+)"', page.read()).group(1) + \
+        "; frame-ancestors 'none'"
 
 
 class Handler(http.server.SimpleHTTPRequestHandler):

@@ -97,11 +97,11 @@ function applyControl(element, c) {
   if (c.accessibleName) box.setAttribute("aria-label", c.accessibleName);
   if (c.accessibleDescription) box.setAttribute("aria-description", c.accessibleDescription);
   else box.removeAttribute("aria-description");
-  // A phone's number keyboard for numbers, with a sign when the puzzle has
-  // negative numbers (the number keyboards have none).
-  if (c.kind === Kind.TextBox) {
+  // The entry box asks a phone for its number keyboard, or for the plain one
+  // when the puzzle has negative numbers (number keyboards have no sign).
+  if (c.name === "Text6" && c.visible) {
     const negative = [...gridsEl.querySelectorAll(".cell")].some((cell) => cell.textContent.startsWith("-"));
-    box.inputMode = c.name === "Text6" && !negative ? "decimal" : "text";
+    box.inputMode = negative ? "text" : "decimal";
   }
   // A control that goes away gives the keys to the window, not to the page.
   if ((!c.visible || !c.enabled) && box.contains(document.activeElement)) canvas.focus({ preventScroll: true });
@@ -565,8 +565,7 @@ const page = {
       Object.assign(mark.style, { left: boxes[i] + "px", top: boxes[i + 1] + "px", width: boxes[i + 2] + 1 + "px",
                                   height: boxes[i + 3] + 1 + "px" });
     }
-    const columns = gridsEl.children[grid]?.firstChild?.childElementCount ?? 0;
-    const cell = gridsEl.children[grid]?.cells[row * columns + column];
+    const cell = gridCell(grid, row, column);
     if (cell && words) cell.setAttribute("aria-description", words);
     else cell?.removeAttribute("aria-description");
   },
@@ -617,12 +616,16 @@ const page = {
   },
 };
 
+// A cell of one of the grids described, if it is there.
+function gridCell(index, row, column) {
+  const grid = gridsEl.children[index];
+  return grid?.cells[row * (grid.firstChild?.childElementCount ?? 0) + column];
+}
+
 // The cell under the cursor has the keys, as the desktop's focused cell
 // does, unless a control holds them.
 function focusCursor() {
-  const grid = cursorAt && gridsEl.children[cursorAt.grid];
-  const columns = grid?.firstChild?.childElementCount ?? 0;
-  const cell = grid?.cells[cursorAt.row * columns + cursorAt.column];
+  const cell = cursorAt && gridCell(cursorAt.grid, cursorAt.row, cursorAt.column);
   const active = document.activeElement;
   if (cell && (active === canvas || active === document.body || active?.classList.contains("cell"))) {
     cell.focus({ preventScroll: true });

@@ -40,6 +40,15 @@ struct GridArea {
   int firstColumn = 1, firstRow = 1;
 };
 
+// Where a cell of a grid lies: its top-left corner and size.
+struct CellBox {
+  float left = 0, top = 0, width = 0, height = 0;
+};
+inline CellBox cellBox(const GridArea& g, int row, int column) {
+  return {g.left + static_cast<float>(column) * g.cellWidth, g.top + static_cast<float>(row) * g.cellHeight,
+          g.cellWidth, g.cellHeight};
+}
+
 // A cell of one of the grids drawn: the grid's place in grids(), and the
 // cell's row and column from 0.
 struct GridCell {

@@ -289,15 +289,16 @@ class SurfaceAccessible : public QAccessibleWidget {
   // Whether the practice's entry box stands over this cell.
   bool holdsEntryBox(const GridArea& g, int row, int column) const {
     if (entryBox_ == nullptr || !entryBox_->visible()) return false;
-    return entryBox_->rect().left / kTwipsPerPixel == static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth) &&
-           entryBox_->rect().top / kTwipsPerPixel == static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight);
+    const CellBox cell = cellBox(g, row, column);
+    return entryBox_->rect().left / kTwipsPerPixel == static_cast<int>(cell.left) &&
+           entryBox_->rect().top / kTwipsPerPixel == static_cast<int>(cell.top);
   }
   // The widget is asked only while it lives: it may be going while a reader asks.
   QRect cellRect(const GridArea& g, int row, int column) const {
     const QPoint corner = widget() != nullptr ? widget()->mapToGlobal(QPoint(0, 0)) : QPoint();
-    return QRect(corner.x() + static_cast<int>(g.left + static_cast<float>(column) * g.cellWidth),
-                 corner.y() + static_cast<int>(g.top + static_cast<float>(row) * g.cellHeight),
-                 static_cast<int>(g.cellWidth), static_cast<int>(g.cellHeight));
+    const CellBox cell = cellBox(g, row, column);
+    return QRect(corner.x() + static_cast<int>(cell.left), corner.y() + static_cast<int>(cell.top),
+                 static_cast<int>(cell.width), static_cast<int>(cell.height));
   }
   QPoint fromScreen(int x, int y) const { return widget() != nullptr ? widget()->mapFromGlobal(QPoint(x, y)) : QPoint(x, y); }
   void press(const GridArea& g, int row, int column) const {

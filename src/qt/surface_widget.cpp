@@ -26,9 +26,8 @@ void SurfaceWidget::paintEvent(QPaintEvent*) {
   // A hint's line: its other cells tinted and framed in orange, which both
   // white and grey cells and the black numbers show through.
   for (const GridCell& marked : surface.hintMarks()) {
-    const GridArea& g = surface.grids()[marked.grid];
-    const QRectF cell(g.left + static_cast<float>(marked.column) * g.cellWidth,
-                      g.top + static_cast<float>(marked.row) * g.cellHeight, g.cellWidth, g.cellHeight);
+    const CellBox box = cellBox(surface.grids()[marked.grid], marked.row, marked.column);
+    const QRectF cell(box.left, box.top, box.width, box.height);
     painter.fillRect(cell, QColor(255, 150, 0, 70));
     painter.setPen(QPen(QColor(230, 110, 0), 2));
     painter.setBrush(Qt::NoBrush);
@@ -38,9 +37,8 @@ void SurfaceWidget::paintEvent(QPaintEvent*) {
     // The cell's grid lines drawn over in blue, three pixels wide: plain on
     // white and grey cells alike, and clear of the number, which starts two
     // pixels in.
-    const GridArea& g = surface.grids()[cursor->grid];
-    const QRectF cell(g.left + static_cast<float>(cursor->column) * g.cellWidth,
-                      g.top + static_cast<float>(cursor->row) * g.cellHeight, g.cellWidth, g.cellHeight);
+    const CellBox box = cellBox(surface.grids()[cursor->grid], cursor->row, cursor->column);
+    const QRectF cell(box.left, box.top, box.width, box.height);
     painter.setPen(QPen(QColor(0, 0, 255), 3, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(cell.adjusted(0.5, 0.5, 0.5, 0.5));

@@ -254,9 +254,8 @@ void WebView::surfaceChanged(const SurfaceChange& change) {
     case SurfaceChange::Kind::Hint: {
       std::vector<float> boxes;
       for (const GridCell& marked : surface.hintMarks()) {
-        const GridArea& g = surface.grids()[marked.grid];
-        boxes.insert(boxes.end(), {g.left + static_cast<float>(marked.column) * g.cellWidth,
-                                   g.top + static_cast<float>(marked.row) * g.cellHeight, g.cellWidth, g.cellHeight});
+        const CellBox box = cellBox(surface.grids()[marked.grid], marked.row, marked.column);
+        boxes.insert(boxes.end(), {box.left, box.top, box.width, box.height});
       }
       page_hint(boxes.data(), static_cast<int>(boxes.size() / 4), static_cast<int>(change.cell.grid), change.cell.row,
                 change.cell.column, surface.cellDescription(change.cell).c_str());
@@ -264,10 +263,9 @@ void WebView::surfaceChanged(const SurfaceChange& change) {
     }
     case SurfaceChange::Kind::Cursor:
       if (const std::optional<GridCell> cursor = surface.cellCursor()) {
-        const GridArea& g = surface.grids()[cursor->grid];
-        page_cursor(static_cast<int>(cursor->grid), cursor->row, cursor->column,
-                    g.left + static_cast<float>(cursor->column) * g.cellWidth,
-                    g.top + static_cast<float>(cursor->row) * g.cellHeight, g.cellWidth, g.cellHeight);
+        const CellBox box = cellBox(surface.grids()[cursor->grid], cursor->row, cursor->column);
+        page_cursor(static_cast<int>(cursor->grid), cursor->row, cursor->column, box.left, box.top, box.width,
+                    box.height);
       } else {
         page_cursor(-1, 0, 0, 0, 0, 0, 0);
       }

@@ -160,12 +160,11 @@ void MainWindow::hint_Click() {
   if (!hit) return;
   const Selection& selection = run_.selection;
   if (!Text6.visible() || hit->originX != selection.originX || hit->originY != selection.originY) openEntryBox(*hit);
+  // The cursor stands on the hinted cell now, in the puzzle's grid.
+  const GridCell hinted = *surface().cellCursor();
   std::vector<GridCell> marked;
-  for (const Position& other : found->others) {
-    const auto [cx, cy] = cellCentre(other.x, other.y);
-    if (const std::optional<GridCell> cell = surface().cellAt(cx, cy)) marked.push_back(*cell);
-  }
-  if (const std::optional<GridCell> hinted = surface().cellAt(x, y)) surface().showHint(marked, *hinted, found->words);
+  for (const Position& other : found->others) marked.push_back({hinted.grid, other.y - 1, other.x - 1});
+  surface().showHint(std::move(marked), hinted, found->words);
   Text6.setAccessibleDescription(found->words);
 }
 
