@@ -15,11 +15,6 @@
 
 namespace quill::testing {
 
-// Thrown by End program, so a test can see the program end and carry on.
-struct ProgramEnded : std::runtime_error {
-  ProgramEnded() : std::runtime_error("program ended") {}
-};
-
 struct PrintedPage {
   std::vector<DrawOp> drawing;
   std::vector<std::string> visibleControls;
@@ -47,7 +42,8 @@ class FakePlatform : public Platform {
   double random() override;
   void seedRandom(double secondsSinceMidnight) override;
   double secondsSinceMidnight() override { return static_cast<double>(seed_); }
-  [[noreturn]] void endProgram() override { throw ProgramEnded(); }
+  // The program ends the test that ends it, and no other.
+  [[noreturn]] void endProgram() override { throw std::runtime_error("the program ended"); }
 
   // Runs at every yield and wait, with the 1-based count of them so far.
   std::function<void(int)> onYield;

@@ -30,11 +30,6 @@ bool LiteralBlanks::closesCycle(int originX, int originY, int lineType) {
   int queueCount = 0, queueHead = 0, lineStep = 0;
   int cellX = originX, cellY = originY;
   Position cursor{originX, originY};
-  const auto finish = [&](bool closes) {
-    queue.clear();
-    for (int i = 1; i <= queueCount; ++i) queue.push_back({queueX[i], queueY[i], queueType[i]});
-    return closes;
-  };
   // The line being walked is anchored at (cellX, cellY), of type lineType.
   for (;;) {
     cursor = stepAlong(lineType, {cellX, cellY}, cursor, lineStep);
@@ -43,13 +38,13 @@ bool LiteralBlanks::closesCycle(int originX, int originY, int lineType) {
     if (cursor.x == cellX && cursor.y == cellY) {
       lineStep = 0;
       ++queueHead;
-      if (queueType[queueHead] < 0) return finish(false);
+      if (queueType[queueHead] < 0) return false;
       cellX = queueX[queueHead];
       cellY = queueY[queueHead];
       lineType = queueType[queueHead];
       cursor = {cellX, cellY};
     }
-    if (cursor.x == originX && cursor.y == originY && (cellX != originX || cellY != originY)) return finish(true);
+    if (cursor.x == originX && cursor.y == originY && (cellX != originX || cellY != originY)) return true;
     const double cell = squareNumbers[cursor.x][cursor.y];
     if (isBlank(cell) && (cursor.x != cellX || cursor.y != cellY)) {
       bool queued = false;
@@ -61,10 +56,8 @@ bool LiteralBlanks::closesCycle(int originX, int originY, int lineType) {
         queueX[queueCount] = cursor.x;
         queueY[queueCount] = cursor.y;
         queueType[queueCount] = markerType(cell);
-        if (restartAfterQueueing) {
-          lineStep = 0;
-          cursor = {cellX, cellY};
-        }
+        lineStep = 0;
+        cursor = {cellX, cellY};
       }
     }
   }

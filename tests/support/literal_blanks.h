@@ -1,8 +1,8 @@
 // The dependency check exactly as first written down, as an index of blanks
 // the puzzle maker can be made with: it keeps nothing and walks the grid for
 // every question; the queue is cleared entry by entry, searched linearly for
-// every blank met, and (in the trying form) the walk of a line starts again
-// after each blank it queues. Slow; the reference the fast index is held to.
+// every blank met, and the walk of a line starts again after each blank it
+// queues. Slow; the reference the fast index is held to.
 #pragma once
 
 #include <array>
@@ -26,13 +26,6 @@ class LiteralBlanks {
   void mark(int /*x*/, int /*y*/, int /*type*/) {}  // the grid itself holds the blanks
   LineSurvey survey(int type, int x, int y) const;
   bool closesCycle(int x, int y, int type);
-
-  bool restartAfterQueueing = true;
-  // The queue the last check left, entries from 1.
-  struct Entry {
-    int x, y, type;
-  };
-  std::vector<Entry> queue;
 
  private:
   const SquareGrid* grid_ = nullptr;

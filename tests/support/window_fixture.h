@@ -50,17 +50,15 @@ inline void clickCell(MainWindow& w, int x, int y) {
                   static_cast<float>(8 + (y - 1) * page::kRowHeight + 9));
 }
 
-class WindowTest : public ::testing::Test {
- protected:
-  explicit WindowTest(std::uint64_t seed = 1)
-      : platform(seed), window(std::make_unique<MainWindow>(platform)), w(*window) {
+// A window on a fake platform of the seed, started as the user first sees it.
+struct StartedWindow {
+  explicit StartedWindow(std::uint64_t seed = 1) : platform(seed) {
     platform.attach(window.get());
     w.userActivate();
   }
-
   FakePlatform platform;
-  std::unique_ptr<MainWindow> window;  // large: the grids live on the heap
-  MainWindow& w;
+  std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);  // large: the grids live on the heap
+  MainWindow& w = *window;
 };
 
 }  // namespace quill::testing

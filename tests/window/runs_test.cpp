@@ -1,6 +1,6 @@
 // An abort or a quit at any yield of a run or a practice leaves the main page
-// as it was; practice played by keyboard does what the same play by mouse
-// does; the printer is chosen only between runs.
+// as it was; the printer is chosen only between runs; practice played by
+// keyboard and hints does what the same play by mouse and the menu does.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "patterns/hint.h"
 #include "platform/number_text.h"
 #include "support/window_fixture.h"
 
@@ -17,15 +18,15 @@ namespace {
 
 // At each yield of a run (three 7 by 7 puzzles with answers and random
 // starting numbers) or of a practice (with Create disabled and "Print only
-// completed Squares" chosen), in a fresh window on the same seed: other keys
-// and clicks on the grid do nothing (no entry box while a puzzle is built);
+// completed Squares" chosen), in a fresh window on the same seed: other keys,
+// hints and clicks on the grid do nothing (no entry box while a puzzle is
+// built);
 // then Q, "Abort printing" or "Quit playing" brings the main page back
-// exactly as it was.
+// exactly as it was. Between runs, "Printer..." asks the platform and
+// changes nothing else.
 TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
-  struct Session {
-    explicit Session(bool practice) {
-      platform.attach(window.get());
-      w.userActivate();
+  struct Session : StartedWindow {
+    explicit Session(bool practice) : StartedWindow(7) {
       if (practice) {
         w.panswers.userClick();
         w.Command1.setEnabled(false);
@@ -37,9 +38,6 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
         w.Check1.userClick();
       }
     }
-    FakePlatform platform{7};
-    std::unique_ptr<MainWindow> window = std::make_unique<MainWindow>(platform);
-    MainWindow& w = *window;
   };
   for (const bool practice : {false, true}) {
     Session whole(practice);
@@ -50,14 +48,18 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
     (practice ? whole.w.Command4 : whole.w.Command1).userClick();
     const int yields = whole.platform.yieldCount;
     ASSERT_GT(yields, practice ? 20 : 100);
+    whole.w.printer.userClick();
+    EXPECT_EQ(whole.platform.printerChoices, 1);
+    EXPECT_EQ(pageState(whole.w), before);
     for (int stopAt = 1; stopAt <= yields; ++stopAt) {
       Session s(practice);
       MainWindow& w = s.w;
       s.platform.onYield = [&](int count) {
         w.printer.userClick();  // hidden with its menu: never asked mid-run
-        // Keys do nothing but while a puzzle is in play: letters, arrows, Enter, Space, Escape.
-        const int keyPresses[] = {'A', keys::left, keys::up, keys::right, keys::down, keys::enter, keys::space, keys::escape};
-        w.userKeyDown(keyPresses[count % 8]);
+        w.hint.userClick();
+        // Keys do nothing but while a puzzle is in play: letters, arrows, Enter, Space, Escape, H.
+        const int keyPresses[] = {'A', keys::left, keys::up, keys::right, keys::down, keys::enter, keys::space, keys::escape, keys::letterH};
+        w.userKeyDown(keyPresses[count % 9]);
         if (count != stopAt) return;
         const bool building = w.caption().rfind("Creating", 0) == 0;
         for (int x = 1; x <= 5; ++x) clickCell(w, x, 3);
@@ -71,31 +73,10 @@ TEST(Stopping, AtAnyYieldTheMainPageComesBackAsItWas) {
       ASSERT_EQ(w.state().startNumber, practice ? 1 : 5);
       ASSERT_TRUE(w.surface().ops().empty());
       ASSERT_FALSE(w.surface().cellCursor());
+      ASSERT_TRUE(w.surface().hintMarks().empty());
       ASSERT_EQ(s.platform.printerChoices, 0);
       ASSERT_EQ(s.platform.pages.size(), !practice && stopAt > yields - 3 ? 1u : 0u) << stopAt;
     }
-  }
-}
-
-// "Printer..." stands after the three print choices and asks the platform,
-// nothing more, from the pages between runs.
-TEST(PrinterChoice, TheItemAsksThePlatformAndChangesNothingElse) {
-  FakePlatform platform{3};
-  auto window = std::make_unique<MainWindow>(platform);
-  MainWindow& w = *window;
-  platform.attach(&w);
-  w.userActivate();
-  std::vector<std::string> items;
-  for (const MenuItem* item : w.printoptions.children()) items.push_back(item->name());
-  EXPECT_EQ(items, (std::vector<std::string>{"panswers", "ppuzzles", "pboth", "printer", "answers"}));
-  EXPECT_EQ(w.printer.caption(), "Printer...");
-  for (MenuItem* page : {&w.options2, &w.chooseproperties}) {
-    if (page != &w.options2) page->userClick();
-    const std::string before = pageState(w);
-    const int asked = platform.printerChoices;
-    w.printer.userClick();
-    EXPECT_EQ(platform.printerChoices, asked + 1);
-    EXPECT_EQ(pageState(w), before);
   }
 }
 
@@ -103,19 +84,23 @@ TEST(PrinterChoice, TheItemAsksThePlatformAndChangesNothingElse) {
 // same cells chosen in the same order: the arrows bring the cell cursor there
 // (from the top-left cell of each puzzle, stopping at the edges, however far
 // they are pressed), Enter or Space does what a click at the cell's centre
-// does, and Escape closes the entry box with nothing counted. After every
-// step both windows read the same, and every cell is named by what it shows.
-// In a puzzle of one blank, the first choice of the blank opens it.
+// does, and Escape closes the entry box with nothing counted; now and then a
+// hint chooses the cell instead, by the menu or by H. After every step both
+// windows read the same, and every cell is named by what it shows. In a
+// puzzle of one blank, the first choice of the blank opens it. A hint counts
+// nothing and opens the entry box on the blank the core's hint names for the
+// cell under the cursor, whose line's other cells, the ones marked and
+// described, are all known; the next entry takes the marks and the words
+// away.
 TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
   for (std::uint64_t seed = 1; seed <= 24; ++seed) {
     std::vector<std::string> traces[2];
     for (const bool keyboard : {false, true}) {
-      FakePlatform platform(seed);
-      auto window = std::make_unique<MainWindow>(platform);
-      MainWindow& w = *window;
-      platform.attach(&w);
-      w.userActivate();
-      if (seed % 3 == 0) w.sqr7.userClick();
+      StartedWindow s(seed);
+      MainWindow& w = s.w;
+      MenuItem* const sizes[] = {&w.sqr5, &w.sqr7, &w.sqr5, &w.sqr11, &w.sqr13};
+      sizes[seed % 5]->userClick();
+      if (seed % 3 == 0) w.easy.userClick();
       const bool oneBlank = seed % 4 == 0;
       retype(w.Text3, oneBlank ? "1" : seed % 2 ? "6" : "100");
       const int n = w.state().squareSize;
@@ -123,7 +108,7 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
       const auto pick = [&](int count) { return static_cast<int>(picks.next() * count); };
       std::vector<std::string>& trace = traces[keyboard];
       int steps = 0;
-      platform.onYield = [&](int) {
+      s.platform.onYield = [&](int) {
         if (!playing(w)) return;
         if (++steps > 60 || w.state().runDone >= (oneBlank ? 8 : 2)) return w.qplaying.userClick();
         if (keyboard && trace.empty()) {
@@ -132,11 +117,28 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
         int x = 1 + pick(n), y = 1 + pick(n);
         const int overshoot = pick(3), space = pick(2), escape = pick(3) == 0, mode = pick(4);
         // The first choice of a puzzle's only blank opens it, whatever the maker tested last.
-        const bool firstOfOnlyBlank = oneBlank && trace.empty();
+        const bool firstOfOnlyBlank = oneBlank && trace.empty(), hinted = pick(4) == 0 && !firstOfOnlyBlank;
         for (int cell = 0; firstOfOnlyBlank && cell < n * n; ++cell) {
           if (isBlank(w.square().squareNumbers[cell % n + 1][cell / n + 1])) x = cell % n + 1, y = cell / n + 1;
         }
-        if (keyboard) {
+        if (hinted) {
+          // The hint the core gives for the cell under the cursor, which it prefers.
+          const std::optional<GridCell> from = w.surface().cellCursor();
+          ASSERT_TRUE(from);
+          double total = 0;
+          for (int i = 1; i <= n; ++i) total += w.square().squareRanks[i][1];
+          const std::optional<Hint> expected = findHint(w.square(), {from->column + 1, from->row + 1}, total);
+          const std::string caption = w.caption();
+          if (keyboard) w.userKeyDown(keys::letterH); else w.hint.userClick();
+          const std::optional<GridCell> at = w.surface().cellCursor();
+          ASSERT_TRUE(at && w.Text6.visible() && w.caption() == caption);
+          ASSERT_TRUE(expected && at->column + 1 == expected->cell.x && at->row + 1 == expected->cell.y);
+          ASSERT_TRUE(isBlank(w.square().squareNumbers[at->column + 1][at->row + 1]));
+          EXPECT_EQ(w.Text6.accessibleDescription(), w.surface().cellDescription(*at));
+          EXPECT_EQ(w.Text6.accessibleDescription().rfind("Hint: ", 0), 0u);
+          EXPECT_GE(w.surface().hintMarks().size(), 4u);
+          for (const GridCell& marked : w.surface().hintMarks()) EXPECT_NE(w.surface().cellName(marked), "");
+        } else if (keyboard) {
           const std::optional<GridCell> at = w.surface().cellCursor();
           ASSERT_TRUE(at);
           const auto press = [&](int key, int times) {
@@ -169,6 +171,7 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
           const std::string right = std::to_string(static_cast<long long>(w.square().squareRanks[column][row]));
           w.Text6.userEdit(mode == 0 ? "x" : mode == 1 ? "99" : right);
           w.Text6.userKeyDown(keys::enter);
+          EXPECT_TRUE(w.surface().hintMarks().empty() && w.Text6.accessibleDescription().empty());
         }
         // Each cell is named by what it shows: its number, or nothing while blank.
         for (int row = 0; row < n; ++row) {
@@ -192,67 +195,4 @@ TEST(KeyboardPractice, KeysPlayWhatClicksPlay) {
 }
 
 }  // namespace
-// Practice played by hints alone, by the menu and by H in turn, on sizes 5
-// to 13, Easy and Challenging, with and without the pattern families: each
-// hint opens the entry box on a blank whose line's other cells, the ones
-// marked and described, are all known; asking counts nothing; the hinted
-// cell's answer is taken; the next entry takes the marks away; during the
-// making of a puzzle, H and the item do nothing.
-TEST(HintPractice, HintsAloneSolvePuzzles) {
-  for (std::uint64_t seed = 1; seed <= 16; ++seed) {
-    FakePlatform platform(seed);
-    auto window = std::make_unique<MainWindow>(platform);
-    MainWindow& w = *window;
-    platform.attach(&w);
-    w.userActivate();
-    MenuItem* const sizes[] = {&w.sqr5, &w.sqr7, &w.sqr11, &w.sqr13};
-    sizes[seed % 4]->userClick();
-    if (seed % 2 == 0) w.easy.userClick();
-    if (seed % 4 == 0) {
-      w.chooseproperties.userClick();
-      w.Check5.userClick();
-      w.Check7.userClick();
-      w.Command6.userClick();
-    }
-    retype(w.Text3, seed % 3 == 0 ? "100" : "12");
-    int hints = 0;
-    std::string score;
-    platform.onYield = [&](int) {
-      if (playing(w)) score = w.caption();
-      if (!playing(w)) {
-        const std::string caption = w.caption();
-        w.userKeyDown(keys::letterH);
-        w.hint.userClick();
-        EXPECT_EQ(w.caption(), caption);
-        EXPECT_TRUE(w.surface().hintMarks().empty());
-        return;
-      }
-      if (w.state().runDone >= 2 || hints > 400) return w.qplaying.userClick();
-      const std::string caption = w.caption();
-      if (++hints % 2) w.hint.userClick(); else w.userKeyDown(keys::letterH);
-      ASSERT_EQ(w.caption(), caption) << "seed " << seed;
-      ASSERT_TRUE(w.Text6.visible());
-      const std::optional<GridCell> at = w.surface().cellCursor();
-      ASSERT_TRUE(at);
-      const int x = at->column + 1, y = at->row + 1;
-      ASSERT_TRUE(isBlank(w.square().squareNumbers[x][y]));
-      EXPECT_EQ(w.Text6.accessibleDescription(), w.surface().cellDescription(*at));
-      EXPECT_EQ(w.Text6.accessibleDescription().rfind("Hint: ", 0), 0u);
-      for (const GridCell& marked : w.surface().hintMarks()) {
-        EXPECT_NE(w.surface().cellName(marked), "") << "a marked cell is blank, seed " << seed;
-      }
-      EXPECT_GE(w.surface().hintMarks().size(), 4u);
-      char answer[32];
-      std::snprintf(answer, sizeof answer, "%.17g", w.square().squareRanks[x][y]);
-      w.Text6.userEdit(answer);
-      w.Text6.userKeyDown(keys::enter);
-      EXPECT_TRUE(w.surface().hintMarks().empty());
-      EXPECT_EQ(w.Text6.accessibleDescription(), "");
-    };
-    w.Command4.userClick();
-    EXPECT_GE(w.state().runDone, 2) << "seed " << seed;
-    EXPECT_NE(score.find("Numbers incorrect: 0"), std::string::npos) << score;
-  }
-}
-
 }  // namespace quill::testing
