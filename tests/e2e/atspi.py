@@ -134,6 +134,10 @@ class Reader:
             raise Gone("no cell")
         return tuple(ref)
 
+    def extents(self, ref):
+        """Where the object is on the screen: x, y, width and height."""
+        return self.call(ref, "org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)), "((iiii))")[0]
+
     def press(self, ref):
         return self.call(ref, ACTION, "DoAction", GLib.Variant("(i)", (0,)), "(b)")[0]
 
