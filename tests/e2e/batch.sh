@@ -14,6 +14,13 @@ binary=$1
 export CUPS_SERVER="$work/no-cups.sock" LC_ALL=C
 
 batch() { env -u DISPLAY -u WAYLAND_DISPLAY "$binary" "$@"; }
+# The batch with the arguments after $1 ends with status $1 and one line on standard error.
+ends() {
+  want=$1
+  shift
+  batch "$@" 2>"$work/err"
+  [ $? -eq "$want" ] && [ "$(wc -l <"$work/err")" -eq 1 ]
+}
 
 batch --seed 11 --output "$work/batch.pdf" 2>"$work/err" || fail "the batch failed: $(cat "$work/err")"
 [ ! -s "$work/err" ] || fail "the batch said: $(cat "$work/err")"
@@ -39,11 +46,7 @@ done
 # Each bad input: status 2, one line, nothing written.
 while read -r arguments; do
   # shellcheck disable=SC2086
-  batch $arguments --output "$work/bad.pdf" 2>"$work/err"
-  status=$?
-  [ "$status" -eq 2 ] || fail "'$arguments' ended with status $status"
-  [ "$(wc -l <"$work/err")" -eq 1 ] || fail "'$arguments' said: $(cat "$work/err")"
-  [ ! -e "$work/bad.pdf" ] || fail "'$arguments' wrote a file"
+  ends 2 $arguments --output "$work/bad.pdf" && [ ! -e "$work/bad.pdf" ] || fail "'$arguments': $(cat "$work/err")"
 done <<'BAD'
 --size 9
 --size 103
@@ -61,10 +64,8 @@ stray
 BAD
 batch --size 9 --output - >"$work/bad-out" 2>/dev/null
 [ $? -eq 2 ] && [ ! -s "$work/bad-out" ] || fail "bad input wrote to standard output"
-batch --output "$work/no/such/folder.pdf" 2>"$work/err"
-[ $? -eq 2 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output folder that does not exist: $(cat "$work/err")"
-batch --output /proc/quillion.pdf 2>"$work/err"
-[ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] || fail "an output that cannot be written: $(cat "$work/err")"
+ends 2 --output "$work/no/such/folder.pdf" || fail "an output folder that does not exist: $(cat "$work/err")"
+ends 1 --output /proc/quillion.pdf || fail "an output that cannot be written: $(cat "$work/err")"
 
 # Standard output, into a pipe and into a file, holds the very pages; a
 # reader that goes away early ends the batch at once with one line and
@@ -80,8 +81,7 @@ words "$work/stdout.pdf" | cmp -s - "$work/batch.words" || fail "standard output
 [ "$(cat "$work/status")" -eq 1 ] && [ "$(wc -l <"$work/err")" -le 1 ] ||
   fail "a reader gone early: status $(cat "$work/status"), $(cat "$work/err")"
 batch --count 2 --output /dev/null 2>"$work/err" || fail "/dev/null did not take the pages: $(cat "$work/err")"
-batch --output /dev/full 2>"$work/err"
-[ $? -eq 1 ] && [ "$(wc -l <"$work/err")" -eq 1 ] && [ -c /dev/full ] || fail "/dev/full: $(cat "$work/err")"
+ends 1 --output /dev/full && [ -c /dev/full ] || fail "/dev/full: $(cat "$work/err")"
 batch --seed 11 --output "$work/caf$(printf '\351').pdf" && words "$work/caf$(printf '\351').pdf" >/dev/null ||
   fail "a name that is not UTF-8 was not written: $(ls "$work")"
 [ -z "$(find "$work" /tmp -maxdepth 1 -name '.quillion-*.part' 2>/dev/null)" ] || fail "a hidden file was left"
@@ -112,7 +112,7 @@ status=$?
 # The window with the same seed, "Create" with its start-up settings.
 start_program --seed 11
 xdotool mousemove --window "$wid" 328 190 click 1
-for _ in $(seq 100); do grep -q " saved as " "$work/log" && break; sleep 0.1; done
+within 100 grep -q " saved as " "$work/log"
 window=$(sed -n 's/.* saved as \(.*\)$/\1/p' "$work/log" | head -1)
 [ -n "$window" ] || fail "the window kept no pages: $(cat "$work/log")"
 quit_program

@@ -17,59 +17,44 @@ fail() {
   exit 1
 }
 
+# Runs the command given after $1 every tenth of a second until it succeeds,
+# $1 times at most; succeeds when it did.
+within() {
+  tries=$1
+  shift
+  for _ in $(seq "$tries"); do
+    "$@" && return 0
+    sleep 0.1
+  done
+  return 1
+}
+
 start_program() {
-  for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+  within 50 xdpyinfo >/dev/null 2>&1
   "$binary" "$@" >"$work/log" 2>&1 &
   pid=$!
-  wid=""
-  for _ in $(seq 50); do
-    wid=$(xdotool search --onlyvisible --name '^Quillion$' 2>/dev/null | head -1)
-    [ -n "$wid" ] && break
-    sleep 0.1
-  done
-  [ -n "$wid" ] || fail "no window titled Quillion appeared"
+  window_found() { wid=$(xdotool search --onlyvisible --name '^Quillion$' 2>/dev/null | head -1) && [ -n "$wid" ]; }
+  within 50 window_found || fail "no window titled Quillion appeared"
   # Ready once activation has maximised it to the screen.
   screen=$(xdpyinfo | sed -n 's/^ *dimensions: *\([0-9]*x[0-9]*\) pixels.*/\1/p')
-  for _ in $(seq 50); do
-    xdotool getwindowgeometry "$wid" 2>/dev/null | grep -q "Geometry: $screen" && return 0
-    sleep 0.1
-  done
-  fail "the window was not maximised to $screen"
+  maximised() { xdotool getwindowgeometry "$wid" 2>/dev/null | grep -q "Geometry: $screen"; }
+  within 50 maximised || fail "the window was not maximised to $screen"
 }
 
-# Chooses a menu item from the keyboard, as a person without a mouse does:
-# F10 opens the first menu; Down moves to its first item and down the items;
-# Right opens the next menu on its first item; Return chooses. Then waits
-# until the menu has closed again.
-choose_menu() {
-  xdotool key F10 "$@"
-  for _ in $(seq 50); do
-    [ "$(xdotool search --onlyvisible --pid "$pid" 2>/dev/null | wc -l)" -le 1 ] && return 0
-    sleep 0.05
-  done
-  fail "the menu did not close after: $*"
-}
-
-# "Options" is the first menu; "Quit" its only item while the main page shows.
+# "Options", the first menu, then "Quit", its only item while the main page
+# shows, from the keyboard as a person without a mouse chooses it: F10 opens
+# the first menu, Down moves to its first item, Return chooses.
 quit_program() {
-  choose_menu Down Return
-  for _ in $(seq 50); do
-    kill -0 "$pid" 2>/dev/null || break
-    sleep 0.1
-  done
-  kill -0 "$pid" 2>/dev/null && fail "still running after Quit"
+  xdotool key F10 Down Return
+  ended() { ! kill -0 "$pid" 2>/dev/null; }
+  within 100 ended || fail "still running after Quit"
   wait "$pid" || fail "Quit ended the program with status $?"
 }
 
 # The window's title now, and waiting up to $2 tenths of a second for it to read $1.
 title() { xdotool getwindowname "$wid"; }
-wait_for_title() {
-  for _ in $(seq "$2"); do
-    [ "$(title)" = "$1" ] && return 0
-    sleep 0.1
-  done
-  [ "$(title)" = "$1" ]
-}
+title_is() { [ "$(title)" = "$1" ]; }
+wait_for_title() { within "$2" title_is "$1"; }
 
 # A print service of the test's own, on a socket in $work, with the queues
 # named (Keep when none is), the first the default, each copying a job into
@@ -105,7 +90,8 @@ KEEP
   CUPS_SERVER="$cups_dir/cups.sock"
   PRINTER=$1
   export CUPS_SERVER PRINTER
-  for _ in $(seq 50); do [ "$(lpstat -r 2>/dev/null)" = "scheduler is running" ] && break; sleep 0.1; done
+  scheduler_running() { [ "$(lpstat -r 2>/dev/null)" = "scheduler is running" ]; }
+  within 50 scheduler_running
   for queue in "$@"; do
     lpadmin -p "$queue" -v keep:/ -E -m raw 2>/dev/null || fail "the private print service did not start"
   done

@@ -17,32 +17,20 @@ out="$cups_dir/out"
 # The menu with the mouse ("Print Options", then its fourth item), and the
 # dialog's fields by their mnemonics, as a person would.
 print_dialog() { xdotool search --all --onlyvisible --pid "$pid" --name '^Print$' 2>/dev/null | head -1; }
+dialog_open() { [ -n "$(print_dialog)" ]; }
+dialog_closed() { [ -z "$(print_dialog)" ]; }
 open_print_dialog() {
   xdotool mousemove --window "$wid" 110 8 click 1
   sleep 0.3
   xdotool mousemove --window "$wid" 120 95 click 1
-  for _ in $(seq 50); do
-    [ -n "$(print_dialog)" ] && return 0
-    sleep 0.1
-  done
-  fail "no print dialog"
+  within 50 dialog_open || fail "no print dialog"
 }
-dialog_closed() {
-  for _ in $(seq 50); do
-    [ -z "$(print_dialog)" ] && return 0
-    sleep 0.1
-  done
-  fail "the print dialog did not close"
-}
-# "Create" with the start-up settings; waits for the run's document to be in $1.
+# "Create" with the start-up settings; waits for the run's document to be in $out.
 create_into() {
-  before=$(ls "$2" | wc -l)
+  before=$(ls "$out" | wc -l)
+  more_out() { [ "$(ls "$out" | wc -l)" -gt "$before" ]; }
   xdotool mousemove --window "$wid" 328 190 click 1
-  for _ in $(seq 100); do
-    [ "$(ls "$2" | wc -l)" -gt "$before" ] && return 0
-    sleep 0.1
-  done
-  fail "$1: nothing arrived in $2 ($(ls "$out" | tr '\n' ' '))"
+  within 100 more_out || fail "$1: nothing arrived in $out ($(ls "$out" | tr '\n' ' '))"
 }
 
 # Back, with two copies of page 1 only: the copies box and "Pages from"
@@ -55,8 +43,8 @@ dialog=$(print_dialog)
 xdotool mousemove --window "$dialog" 365 223 click --repeat 3 1 type 2
 xdotool mousemove --window "$dialog" 38 243 click 1  # "Pages from" 1 to 1
 xdotool key Return
-dialog_closed
-create_into "the run after choosing Back" "$out"
+within 50 dialog_closed || fail "the print dialog did not close"
+create_into "the run after choosing Back"
 [ -n "$(ls "$out" | grep '^Back-job-')" ] && [ -z "$(ls "$out" | grep '^Front-job-')" ] ||
   fail "the run did not land on Back alone: $(ls "$out")"
 options=$(cat "$cups_dir"/options/Back-job-*)
@@ -67,8 +55,8 @@ done
 # Cancel keeps the choice: the next run lands on Back too.
 open_print_dialog
 xdotool key Escape
-dialog_closed
-create_into "the run after Cancel" "$out"
+within 50 dialog_closed || fail "the print dialog did not close"
+create_into "the run after Cancel"
 [ "$(ls "$out" | grep -c '^Back-job-')" -eq 2 ] && [ -z "$(ls "$out" | grep '^Front-job-')" ] ||
   fail "the run after Cancel did not land on Back: $(ls "$out")"
 [ ! -e "$HOME/Quillion/pages" ] || fail "pages went to the pages folder: $(ls "$HOME/Quillion/pages")"

@@ -23,7 +23,8 @@ pages_of() { pdfinfo "$1" 2>/dev/null | sed -n 's/^Pages: *//p'; }
 paper_of() { pdfinfo "$1" | sed -n 's/^Page size: *\([0-9]* x [0-9]*\) pts.*/\1/p'; }
 
 xdotool mousemove --window "$wid" 328 190 click 1
-for _ in $(seq 100); do [ -n "$(ls "$pages" 2>/dev/null)" ] && break; sleep 0.1; done
+files_in() { [ "$(ls "$1" 2>/dev/null | wc -l)" -ge "$2" ]; }
+within 100 files_in "$pages" 1
 refused=$(ls -A "$pages" 2>/dev/null)
 case "$refused" in *.pdf) ;; *) fail "expected one PDF file, got: $refused" ;; esac
 [ "$(echo "$refused" | wc -l)" -eq 1 ] && [ "$(pages_of "$pages/$refused")" = 2 ] ||
@@ -35,10 +36,9 @@ grep -q "^Quillion: $queue did not take the job (.*); 2 pages saved as $pages/$r
 cupsaccept "$queue"
 set_box 392 116 0
 xdotool mousemove --window "$wid" 328 190 click 1
-for _ in $(seq 100); do [ -n "$(ls "$out")" ] && break; sleep 0.1; done
-[ -n "$(ls "$out")" ] || fail "no job reached the printer"
+within 100 files_in "$out" 1 || fail "no job reached the printer"
 stop_private_cups
-for _ in $(seq 100); do [ "$(ls "$pages" | wc -l)" -gt 1 ] && break; sleep 0.1; done
+within 100 files_in "$pages" 2
 xdotool key --window "$wid" q
 wait_for_title Quillion 50 || fail "Q did not end the run: $(title)"
 quit_program
