@@ -2,13 +2,14 @@
 // captions under its content security policy, with no request after loading;
 // a default run whose print view, printed to PDF, holds the same words at
 // the same places as the batch's PDF for the same seed; a 101 by 101 run
-// stopped by Q; practice puzzles solved by clicks, by keys, through the
-// accessibility tree (after a hint read there) and by touch on a tablet held either way; the site
-// offline and installable; hostile input and random clicks and taps; and no
-// error in the page's console all along.
+// stopped by Q; practice puzzles solved by hints read from the accessibility
+// tree, each blank opened by a click, the keys, a press in the tree or a tap
+// on a tablet held either way; the site offline and installable; hostile
+// input and random clicks and taps; and no error in the page's console all
+// along.
 // Usage: node web_test.mjs SITE_FOLDER QUILLION_BINARY
 import { execFileSync, spawn } from "node:child_process";
-import { mkdtempSync, rmSync, writeFileSync } from "node:fs";
+import { mkdtempSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import puppeteer, { KnownDevices } from "puppeteer-core";
@@ -40,7 +41,6 @@ page.on("pageerror", (e) => errors.push(e.message));
 const open = (query) => page.goto(`http://localhost:${port}/?${query}`, { waitUntil: "networkidle0" });
 const waitForTitle = (test, what, timeout = 30000, arg = null) =>
   page.waitForFunction(test, { timeout, polling: 20 }, arg).catch(async () => finish(`waited for ${what}; the title reads: ${await page.title()}`));
-const texts = (selector) => page.$$eval(selector, (els) => els.filter((e) => !e.closest("[hidden]")).map((e) => e.textContent));
 async function retype(name, text) {
   await page.click(`[data-name=${name}]`, { clickCount: 3 });
   await page.keyboard.type(text);
@@ -55,16 +55,14 @@ check(policy.includes("script-src 'self' 'wasm-unsafe-eval';") && policy.include
 let requests = [];
 page.on("request", (r) => requests.push(r.url()));
 check((await page.title()) === "Quillion", "the title is not Quillion");
-const labels = (await texts(".label")).map((t) => t.trim());
+const shown = await page.$$eval(".label, button.control, .menubar > .menu > .title",
+                                (all) => all.filter((e) => !e.closest("[hidden]")).map((e) => e.textContent.trim()));
 for (const caption of ["Allow how many random starting numbers?", "Size of Square (Prime Number):", "Print how many squares?",
   "Starting Number:", "Distance Between Numbers:", "Last number equals: 25", "Leave how many blanks?", "Magic Total = 65",
-  'How many (5 by 5) "Complete" Magic Squares are there?:']) {
-  check(labels.includes(caption), `no caption "${caption}" on the main page: ${JSON.stringify(labels)}`);
+  'How many (5 by 5) "Complete" Magic Squares are there?:', 'Create "Complete" Magic Square(s)',
+  'Info on "Complete" Magic Squares', "Practice Solving Squares", "Options", "Print Options", "Puzzle-mode", "Size of Square"]) {
+  check(shown.includes(caption), `"${caption}" is not on the main page: ${JSON.stringify(shown)}`);
 }
-check(JSON.stringify(await texts("button.control")) === JSON.stringify(['Create "Complete" Magic Square(s)',
-  'Info on "Complete" Magic Squares', "Practice Solving Squares"]), "the main page's buttons differ");
-check(JSON.stringify(await texts(".menubar > .menu > .title")) ===
-  JSON.stringify(["Options", "Print Options", "Puzzle-mode", "Size of Square"]), "the menu bar differs");
 
 // A default run: its print view on A4 against the batch's PDF, word by word.
 await page.click("[data-name=Command1]");
@@ -87,126 +85,73 @@ batch.forEach((b, i) => {
 console.log(`default run: ${batch.filter((b) => b.page).length} pages, ${batch.length} words and pages alike`);
 await page.click("#closeprint");
 
-// A 101 by 101 run printed until stopped, stopped by Q: the page answered
-// all along, and the main page comes back with the pages printed.
-await retype("Text2", "101");
-await retype("Text1", "0");
-await page.click("[data-name=Command1]");
-await waitForTitle(() => document.title.startsWith("Creating"), "the 101 by 101 run to start");
-await page.evaluate(() => new Promise((r) => setTimeout(r, 300)));
-const during = await page.accessibility.snapshot({ interestingOnly: false });
-check(JSON.stringify(during).includes('"role":"menubar"'), "no menu bar in the accessibility tree during a run");
-await page.keyboard.press("q");
-await waitForTitle(() => document.title === "Quillion", "Q to end the run");
-await page.waitForSelector("#printview[data-ready]", { timeout: 60000 });
-check(await page.$eval("[data-name=Command1]", (b) => !b.hidden && !b.disabled), "Create is not back after Q");
-const aborted = await page.$$eval("#sheets .sheet", (s) => s.length);
-check(aborted > 0, "the stopped run's pages are not in the print view");
-console.log(`101 by 101 run stopped by Q after ${aborted} pages`);
-await page.click("#closeprint");
-
-// Practice: "New Square" from the practice menu; then a puzzle solved by
-// clicks, and the next by the arrows and Enter.
+// Practice: "New Square" from the practice menu; then puzzles solved blank
+// by blank as a hint (H) shows them, read from the accessibility tree: the
+// focused entry box names its cell and its words give the number, and the
+// line is marked. After Escape the blank is opened again by a click, by the
+// arrows and Enter, or pressed in the accessibility tree, in turn; the score
+// is heard from the live region.
 const menu = async (top, item) => {
   await page.evaluate((t) => [...document.querySelectorAll(".menubar > .menu:not([hidden]) > .title")]
     .find((e) => e.textContent === t).click(), top);
   await page.evaluate((i) => [...document.querySelectorAll(".popup:not([hidden]) > .item:not([hidden])")]
     .find((e) => e.textContent.endsWith(i)).click(), item);
 };
-await open("seed=7");
-await retype("Text3", "6");
-await page.click("[data-name=Command4]");
 const score = (n) => `Number of (5 by 5) Complete Magic Square(s) solved: ${n}`;
-// The blanks of a 5 by 5 puzzle, worked out line by line (rows, columns and
-// broken diagonals all sum to 65) in the order found: [cell, number].
-function solve(names) {
-  const known = new Map(names.flatMap((n, i) => (n === "blank" ? [] : [[i, Number(n)]])));
-  const lines = [];
-  for (let k = 0; k < 5; ++k) {
-    lines.push([0, 1, 2, 3, 4].map((c) => k * 5 + c), [0, 1, 2, 3, 4].map((r) => r * 5 + k),
-               [0, 1, 2, 3, 4].map((r) => r * 5 + ((r + k) % 5)), [0, 1, 2, 3, 4].map((r) => r * 5 + ((k - r + 5) % 5)));
-  }
-  const found = [];
-  while (known.size < 25) {
-    const line = lines.find((l) => l.filter((i) => !known.has(i)).length === 1);
-    check(line, "the puzzle cannot be worked out line by line");
-    const at = line.find((i) => !known.has(i));
-    known.set(at, 65 - line.reduce((s, i) => s + (known.get(i) ?? 0), 0));
-    found.push([at, known.get(at)]);
-  }
-  return found;
-}
-// The next puzzle's blanks and the centres of its cells on the screen.
-async function puzzle(solved) {
-  await waitForTitle((s) => document.title.startsWith(s), "a puzzle", 30000, score(solved));
-  // The puzzle's own grid: not one marked as seen before.
-  await page.waitForFunction(() => document.querySelectorAll("#grids [role=grid]:not(.seen) [role=gridcell]").length === 25,
-                             { timeout: 10000 });
-  const cells = await page.$$eval("#grids [role=grid]:not(.seen) [role=gridcell]", (all) => all.map((c) => {
-    const r = c.getBoundingClientRect();
-    return { name: c.textContent, x: r.x + r.width / 2, y: r.y + r.height / 2 };
-  }));
-  await page.$eval("#grids [role=grid]:not(.seen)", (g) => g.classList.add("seen"));
-  return { found: solve(cells.map((c) => c.name)), cells };
-}
-async function answer(value, last) {
-  await page.waitForFunction(() => document.activeElement?.dataset.name === "Text6", { timeout: 5000 })
-    .catch(() => finish("no entry box took the keys"));
-  await page.keyboard.type(String(value));
-  await page.keyboard.press("Enter");
-  if (!last) await page.waitForFunction(() => document.activeElement?.dataset.name !== "Text6", { timeout: 5000 });
-}
-await puzzle(0);
-await menu("Options", "New Square");
-let { found, cells } = await puzzle(0);
-for (const [n, [at, value]] of found.entries()) {
-  await page.mouse.click(cells[at].x, cells[at].y);
-  await answer(value, n === found.length - 1);
-}
-({ found } = await puzzle(1));
-let cursor = 0;
-for (const [n, [at, value]] of found.entries()) {
-  const [r, c, cr, cc] = [Math.floor(at / 5), at % 5, Math.floor(cursor / 5), cursor % 5];
-  for (let k = 0; k < Math.abs(r - cr); ++k) await page.keyboard.press(r > cr ? "ArrowDown" : "ArrowUp");
-  for (let k = 0; k < Math.abs(c - cc); ++k) await page.keyboard.press(c > cc ? "ArrowRight" : "ArrowLeft");
-  cursor = at;
-  await page.keyboard.press("Enter");
-  await answer(value, n === found.length - 1);
-}
-await waitForTitle((s) => document.title.startsWith(s), "the second puzzle to count as solved", 10000, score(2));
-console.log("practice: solved by clicks and by keys: " + (await page.title()));
-
-// A screen reader's way: the third puzzle read from the accessibility tree,
-// each blank pressed there, the number typed into the focused entry box,
-// the score heard from the live region.
 const tree = async () => page.accessibility.snapshot({ interestingOnly: false });
 const nodes = (node, role) => [...(node.role === role ? [node] : []), ...(node.children ?? []).flatMap((c) => nodes(c, role))];
 const focused = (node) => (node.focused ? node : (node.children ?? []).map(focused).find(Boolean));
-await puzzle(2);
-// A hint first (H): the entry box opens, says the hint's words, and the line is marked; Escape closes it.
-await page.keyboard.press("h");
-const hinted = focused(await tree());
-check(hinted?.role === "textbox" && /^Hint: .*; the magic total is 65$/.test(hinted.description ?? ""),
-      `the hint's entry box reads ${JSON.stringify(hinted)}`);
-check((await page.$$("#marks .mark")).length >= 4, "no hint marks on the screen");
-await page.keyboard.press("Escape");
-const whole = await tree();
-check(nodes(whole, "textbox").every((box) => box.name), "a box without a name");
-const grid = nodes(whole, "grid").at(-1);
-const axCells = nodes(grid, "gridcell");
-check(axCells.length === 25 && focused(grid)?.role === "gridcell", "the puzzle is not a grid of 25 cells with the cursor's cell focused");
-found = solve(axCells.map((c) => c.name));
-for (const [n, [at, value]] of found.entries()) {
-  await (await axCells[at].elementHandle()).evaluate((cell) => cell.click());
-  const box = focused(await tree());
-  check(box?.role === "textbox" && box.name === `row ${Math.floor(at / 5) + 1}, column ${(at % 5) + 1}`,
-        `pressing a blank focused ${JSON.stringify(box)}`);
-  await answer(value, n === found.length - 1);
+const entryBoxFocused = (yes) => page.waitForFunction((y) => (document.activeElement?.dataset.name === "Text6") === y,
+                                                      { timeout: 5000 }, yes);
+// The next puzzle solved, each blank opened by `open(at, centre, n)`, the n-th.
+async function solve(solved, open) {
+  await waitForTitle((s) => document.title.startsWith(s), "a puzzle", 30000, score(solved));
+  const grid = "#grids [role=grid]:not(.seen)";  // the puzzle's own: not one solved before
+  await page.waitForFunction((g) => document.querySelectorAll(`${g} [role=gridcell]`).length === 25, { timeout: 10000 }, grid);
+  const centres = await page.$$eval(`${grid} [role=gridcell]`, (all) => all.map((c) => {
+    const r = c.getBoundingClientRect();
+    return { x: r.x + r.width / 2, y: r.y + r.height / 2 };
+  }));
+  await page.$eval(grid, (g) => g.classList.add("seen"));
+  for (let n = 0; (await page.title()).startsWith(score(solved)); ++n) {
+    await page.keyboard.press("h");
+    const box = focused(await tree());
+    const cell = /^row (\d), column (\d)$/.exec(box?.name);
+    const words = /^Hint: .*, which make (\d+); the magic total is 65$/.exec(box?.description);
+    check(box?.role === "textbox" && cell && words, `the hint's entry box reads ${JSON.stringify(box)}`);
+    check((await page.$$("#marks .mark")).length >= 4, "no hint marks on the screen");
+    await page.keyboard.press("Escape");
+    const at = (cell[1] - 1) * 5 + (cell[2] - 1);
+    await open(at, centres[at], n);
+    await entryBoxFocused(true).catch(() => finish("no entry box took the keys"));
+    check(focused(await tree())?.name === box.name, "the blank opened is not the one hinted");
+    await page.keyboard.type(String(65 - words[1]));
+    await page.keyboard.press("Enter");
+    await entryBoxFocused(false);
+  }
+  await waitForTitle((s) => document.title.startsWith(s), "the puzzle to count as solved", 10000, score(solved + 1));
 }
-await waitForTitle((s) => document.title.startsWith(s), "the third puzzle to count as solved", 10000, score(3));
+await open("seed=7");
+await retype("Text3", "6");
+await page.click("[data-name=Command4]");
+await waitForTitle((s) => document.title.startsWith(s), "practice", 30000, score(0));
+await page.waitForSelector("#grids [role=grid]");
+await page.$eval("#grids [role=grid]", (g) => g.classList.add("seen"));  // the puzzle "New Square" replaces
+await menu("Options", "New Square");
+await solve(0, async (at, centre, n) => {
+  if (n % 3 === 0) return page.mouse.click(centre.x, centre.y);
+  const [away, back] = at % 5 < 4 ? ["ArrowRight", "ArrowLeft"] : ["ArrowLeft", "ArrowRight"];
+  if (n % 3 === 1) for (const key of [away, back, "Enter"]) await page.keyboard.press(key);
+  if (n % 3 !== 2) return;
+  const whole = await tree();
+  check(nodes(whole, "textbox").every((box) => box.name), "a box without a name");
+  const cells = nodes(nodes(whole, "grid").at(-1), "gridcell");
+  check(cells.length === 25 && focused(cells[at]), "the puzzle is not a grid of 25 cells with the cursor's cell focused");
+  await (await cells[at].elementHandle()).evaluate((c) => c.click());
+});
 await page.waitForFunction(() => document.getElementById("status").textContent === document.title, { timeout: 5000 })
   .catch(() => finish("the score was not announced"));
-console.log("practice: solved through the accessibility tree");
+console.log("practice: solved by hints through the accessibility tree, by clicks, keys and presses: " + (await page.title()));
 
 // By touch on a tablet, held either way: the window fits the screen, a tap
 // on a blank opens the entry box with a number keyboard.
@@ -217,13 +162,10 @@ for (const device of ["iPad Pro 11", "iPad Pro 11 landscape"]) {
                                                  w.getBoundingClientRect().bottom <= innerHeight + 1);
   check(fits, `the window does not fit the ${device}'s screen`);
   await page.tap("[data-name=Command4]");
-  ({ found, cells } = await puzzle(0));
-  for (const [n, [at, value]] of found.entries()) {
-    await page.touchscreen.tap(cells[at].x, cells[at].y);
+  await solve(0, async (at, centre, n) => {
+    await page.touchscreen.tap(centre.x, centre.y);
     if (n === 0) check(await page.$eval("[data-name=Text6]", (b) => b.inputMode === "decimal"), "no number keyboard");
-    await answer(value, n === found.length - 1);
-  }
-  await waitForTitle((s) => document.title.startsWith(s), `a puzzle solved by touch on the ${device}`, 10000, score(1));
+  });
 }
 await page.emulate({ viewport: { width: 1280, height: 900 }, userAgent: await browser.userAgent() });
 console.log("touch: a puzzle solved by taps, upright and on its side");
@@ -239,9 +181,11 @@ const { installabilityErrors } = await (await page.createCDPSession()).send("Pag
 check(installabilityErrors.length === 0, "not installable: " + JSON.stringify(installabilityErrors));
 console.log("offline: loaded and ran from the kept copy; installable as an app");
 
-// Hostile input in every box, then clicks and taps at random during runs
-// and practice: no trap, no error, and the main page as it was after each
-// abort and after practice.
+// Hostile input in every box, then clicks and taps at random during a 101
+// by 101 run printed until stopped by Q and during practice: no trap, no
+// error, the menu bar in the accessibility tree all along, and the main
+// page as it was after each stop, with Create back and the pages printed
+// in the print view.
 await open("seed=5&noprint");
 let draw = 5;
 const random = (n) => ((draw = (draw * 1103515245 + 12345) % 2147483648) % n);
@@ -254,13 +198,18 @@ for (const name of ["Text7", "Text2", "Text1", "text4", "Text5", "Text3"]) {
 // Then settings that make a run: printed until stopped, five blanks.
 for (const [name, text] of [["text4", "1"], ["Text5", "1"], ["Text1", "0"], ["Text3", "5"]]) await retype(name, text);
 for (const start of ["Command1", "Command4"]) {
-  await retype("Text2", start === "Command1" ? ["5", "7", "101"][random(3)] : "5");
+  await retype("Text2", start === "Command1" ? "101" : "5");
   // A run or practice takes the boxes' corrected values: as they are after one.
   const stop = async () => {
+    check(JSON.stringify(await tree()).includes('"role":"menubar"'), "no menu bar in the accessibility tree");
     if (start === "Command1") await page.keyboard.press("q");
     else await menu("Options", "Quit playing");
     await waitForTitle(() => document.title === "Quillion", "the main page after " + start);
-    if (start === "Command1") await page.waitForSelector("#printview[data-ready]", { timeout: 60000 });
+    if (start === "Command1") {
+      await page.waitForSelector("#printview[data-ready]", { timeout: 60000 });
+      check(await page.$eval("[data-name=Command1]", (b) => !b.hidden && !b.disabled), "Create is not back after Q");
+      check((await page.$$("#sheets .sheet")).length > 0, "the stopped run's pages are not in the print view");
+    }
     await page.$eval("#closeprint", (b) => b.click());
   };
   await page.click(`[data-name=${start}]`);
