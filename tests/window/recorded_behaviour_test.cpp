@@ -15,7 +15,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -79,11 +78,9 @@ void digestWindow(Digest& d, const MainWindow& w) {
 void playSession(Digest& d, std::uint64_t seed, bool practice, bool fractionalBlanks) {
   RandomSource picks(seed * 7919);
   const auto pick = [&](int count) { return static_cast<int>(picks.next() * count); };
-  FakePlatform platform(seed);
-  auto window = std::make_unique<MainWindow>(platform);
-  MainWindow& w = *window;
-  platform.attach(&w);
-  w.userActivate();
+  StartedWindow started(seed);
+  FakePlatform& platform = started.platform;
+  MainWindow& w = started.w;
   if (pick(3) == 0) {  // any size first, and an arrow key from it
     const char* const odd[] = {"7.4", "999983", "x", "1E+99"};
     retype(w.Text2, pick(8) ? std::to_string(pick(300) - 20) : odd[pick(4)]);
